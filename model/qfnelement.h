@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 The ZemFountain authors
+// SPDX-License-Identifier: MIT
+
+#ifndef QFNELEMENT_H
+#define QFNELEMENT_H
+
+#include "model/qfnstyle.h"
+#include "model/zemfountain_export.h"
+
+#include <QtCore/QString>
+
+/// One element of a script: a heading, a cue, a line of dialogue, a stretch of action.
+///
+/// A plain record. It has one style for all its text, so a line with emphasis is several
+/// consecutive elements of one type. Copying is cheap: both strings are implicitly shared.
+class ZEMFOUNTAIN_EXPORT QFnElement
+{
+public:
+    /// What an element is. The numbers are fixed.
+    enum Type : int {
+        Undefined = 0,
+        Action = 1,
+        Boneyard = 2, ///< A comment, cut out of the script but kept in place.
+        Character = 3,
+        Notes = 4,
+        Dialogue = 5,
+        PageBreak = 6,
+        Parenthetical = 7,
+        SceneHeading = 8,
+        SectionHeading = 9,
+        Synopsis = 10,
+        Transition = 11,
+        General = 12
+    };
+
+    /// An Undefined element with no text, no scene number, depth 0 and the default style.
+    QFnElement();
+
+    /// Puts every field back to its value after construction.
+    void clear();
+
+    /// The name of \a type for people and for records of paragraph kinds, with a blank in
+    /// "Scene Heading" and "Section Heading". Empty for a number outside the enumeration.
+    static QString toString(QFnElement::Type type);
+
+    /// The type called \a name, compared exactly, or Undefined when there is none.
+    ///
+    /// Not the reverse of toString() for two types: the names taken here are "SceneHeading" and
+    /// "SectionHeading", and with a blank in them they give Undefined.
+    static QFnElement::Type toElementType(const QString &name);
+
+    QFnElement::Type type; ///< Undefined after construction.
+    /// The text without the marks that introduced it. May hold line feeds (an Action element has
+    /// one for each blank line inside it), and may be empty in a stored element too.
+    QString text;
+    int sectionDepth;    ///< Of a SectionHeading, the number of leading "#"; else 0.
+    QString sceneNumber; ///< Of a SceneHeading, the text between its two "#"; else empty.
+    QFnStyle style;      ///< The style of all of the text.
+};
+
+#endif
