@@ -1,0 +1,146 @@
+// SPDX-FileCopyrightText: 2026 The ZemFountain authors
+// SPDX-License-Identifier: MIT
+
+#include "bridge/ZemFountain.h"
+
+#include "model/qfndocument.h"
+#include "model/qfnelement.h"
+#include "parser/qfnfastparser.h"
+#include "writer/qfnwriter.h"
+
+#include <QtCore/QScopedPointer>
+#include <QtGui/QFont>
+#include <QtGui/QTextBlock>
+#include <QtGui/QTextCursor>
+#include <QtGui/QTextDocument>
+#include <QtGui/QTextFragment>
+
+namespace {
+
+void renderTitlePage(const QHash<QString, QString> &titlePage, QTextCursor *cursor)
+{
+    if (titlePage.isEmpty())
+        return;
+    for (auto entry = titlePage.cbegin(); entry != titlePage.cend(); ++entry)
+        cursor->insertText(entry.key() + QLatin1Char(':') + entry.value());
+    cursor->insertBlock();
+}
+
+void openBlock(const QTextDocument &document, const QTextBlockFormat &blockFormat,
+               const QTextCharFormat &textFormat, QTextCursor *cursor)
+{
+    if (!document.isEmpty())
+        return cursor->insertBlock(blockFormat, textFormat);
+    // The one block that an empty document has is taken over, not left empty in front.
+    cursor->setBlockFormat(blockFormat);
+    cursor->setBlockCharFormat(textFormat);
+    cursor->setCharFormat(textFormat);
+}
+
+Qt::Alignment alignmentOf(const QTextBlock &block)
+{
+    const Qt::Alignment alignment(block.blockFormat().intProperty(QTextFormat::BlockAlignment));
+    return alignment.testFlag(Qt::AlignHCenter) ? Qt::AlignHCenter : Qt::AlignLeft;
+}
+
+QFnElement *elementOf(const QTextFragment &fragment, QFnElement::Type type, Qt::Alignment alignment)
+{
+    auto *element = new QFnElement;
+    element->type = type;
+    element->text = fragment.text();
+    element->style.alignment = alignment;
+    const QTextCharFormat format = fragment.charFormat();
+    if (format.type() == QTextFormat::CharFormat) {
+        element->style.bold = format.intProperty(QTextFormat::FontWeight) >= QFont::Bold;
+        element->style.italic = format.boolProperty(QTextFormat::FontItalic);
+        element->style.underline = format.intProperty(QTextFormat::TextUnderlineStyle) != 0;
+    }
+    return element;
+}
+
+void appendBlock(const QTextBlock &block, QFnElement::Type type, QFnDocument *target)
+{
+    auto it = block.begin();
+    if (it.atEnd()) {
+        // An empty block is a blank line of the script, of whatever kind the paragraph is.
+        target->elements.append(new QFnElement);
+        return;
+    }
+    const Qt::Alignment alignment = alignmentOf(block);
+    for (; !it.atEnd(); ++it) {
+        const QTextFragment fragment = it.fragment();
+        if (fragment.isValid())
+            target->elements.append(elementOf(fragment, type, alignment));
+    }
+}
+
+} // namespace
+
+bool ZEMFountainDocumentRenderer::render(const QFnDocument &source, QTextDocument *document)
+{
+    if (!document)
+        return false;
+    QTextCursor cursor(document);
+    cursor.movePosition(QTextCursor::End);
+    renderTitlePage(source.titlePage, &cursor);
+
+    ZEMScriptElement currentRecord;
+    for (const QFnElement *element : source.elements) {
+        QTextCharFormat textFormat = element->style.toTextFormat();
+        QTextBlockFormat blockFormat = element->style.toBlockFormat();
+        const QString name = QFnElement::toString(element->type);
+        if (name != currentRecord.name)
+            currentRecord = ZEMScriptElement::find(scriptElements, name);
+        if (!currentRecord.name.isEmpty()) {
+            textFormat.merge(currentRecord.charFormat);
+            blockFormat.merge(currentRecord.blockFormat);
+        }
+        openBlock(*document, blockFormat, textFormat, &cursor);
+        const bool parenthetical = element->type == QFnElement::Parenthetical;
+        if (parenthetical)
+            cursor.insertText(QStringLiteral("("), textFormat);
+        cursor.insertText(element->text, textFormat);
+        if (parenthetical)
+            cursor.insertText(QStringLiteral(")"), textFormat);
+    }
+    return true;
+}
+
+bool ZemFountain::parseText(const QString &text, QTextDocument *document,
+                            QList<ZEMScriptElement> *scriptElements, QString *error)
+{
+    Q_UNUSED(error)
+    QFnFastParser parser(nullptr);
+    if (!parser.parse(text))
+        return false;
+    ZEMFountainDocumentRenderer renderer;
+    if (scriptElements)
+        renderer.scriptElements = *scriptElements;
+    return renderer.render(*parser.document, document);
+}
+
+bool ZemFountain::toFountainDocument(const QTextDocument &document,
+                                     const QList<ZEMScriptElement> &scriptElements,
+                                     QFnDocument *target, QString *error)
+{
+    Q_UNUSED(error)
+    target->clear();
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        const ZEMScriptElement record = ZEMScriptElement::find(scriptElements, block);
+        appendBlock(block, QFnElement::toElementType(record.name), target);
+    }
+    return true;
+}
+
+bool ZemFountain::writeFile(const QString &path, const QTextDocument &document,
+                            const QList<ZEMScriptElement> &scriptElements, QString *error)
+{
+    const QScopedPointer<QFnDocument> model(new QFnDocument(nullptr));
+    if (!toFountainDocument(document, scriptElements, model.data(), error))
+        return false;
+    QFnWriter writer(nullptr);
+    const bool written = writer.writeFile(path, model.data());
+    if (error)
+        *error = writer.errorString;
+    return written;
+}
