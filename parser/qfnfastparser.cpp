@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace {
 
@@ -47,14 +48,40 @@ constexpr StateType stateTypes[] = {
 
 bool isTitlePageKeyToken(const QFnToken &token)
 {
-    return QFnFastParser::isTitlePageKey(token.text.toUpper());
+    // Every line is asked, so the length decides before the text is copied for its upper case. It
+    // may: where upper case makes several letters of one character, no key has them.
+    const bool fits =
+        std::any_of(std::begin(titlePageKeys), std::end(titlePageKeys),
+                    [&token](QLatin1String key) { return key.size() == token.text.size(); });
+    return fits && QFnFastParser::isTitlePageKey(token.text.toUpper());
+}
+
+/// The texts of the first \a count tokens, joined.
+QString joinedText(const QList<QFnToken> &tokens, int count)
+{
+    QString text;
+    appendTexts(tokens, count, &text);
+    return text;
 }
 
 /// Whether the line equals its own upper case. A line without letters does.
 bool isUpperCase(const QList<QFnToken> &tokens)
 {
-    const QString text = joinedText(tokens, tokens.size());
-    return text == text.toUpper();
+    const auto decides = [](QChar c) {
+        return c.unicode() > 127 || (c >= QLatin1Char('a') && c <= QLatin1Char('z'));
+    };
+    for (const QFnToken &token : tokens) {
+        const auto found = std::find_if(token.text.cbegin(), token.text.cend(), decides);
+        if (found == token.text.cend())
+            continue;
+        if (found->unicode() <= 127)
+            return false;
+        // Beyond plain letters special casing counts, and a surrogate reaches over what follows it,
+        // the next token too: only QString has the answer.
+        const QString text = joinedText(tokens, tokens.size());
+        return text == text.toUpper();
+    }
+    return true;
 }
 
 /// Whether the line, but for emphasis marks at its end, ends as "CUT TO:" does.
@@ -128,7 +155,7 @@ void QFnFastParser::initParser()
 
 void QFnFastParser::parseLine(QList<QFnToken> *tokens, bool atBlockStart)
 {
-    nextToken();
+    readToken();
     if (isTitlePageKeyToken(currentToken))
         return readTitlePageEntry();
     if (currentToken.kind == QFnToken::PageBreakMark)
@@ -137,7 +164,7 @@ void QFnFastParser::parseLine(QList<QFnToken> *tokens, bool atBlockStart)
     readLine(tokens);
     if (!tokens->isEmpty()) {
         // The look-ahead stays the current token: the next pass tells by it how its line starts.
-        nextToken();
+        readToken();
         dispatchLine(tokens, atBlockStart);
         rewind();
     } else if (state == InAction) {
@@ -147,10 +174,10 @@ void QFnFastParser::parseLine(QList<QFnToken> *tokens, bool atBlockStart)
 
 void QFnFastParser::readLine(QList<QFnToken> *tokens)
 {
-    removeAll(tokens);
+    removeFront(tokens, tokens->size());
     while (currentToken.kind != QFnToken::NewLine && currentToken.kind != QFnToken::EndOfInput) {
         tokens->append(currentToken);
-        nextToken();
+        readToken();
     }
 }
 
@@ -222,7 +249,7 @@ void QFnFastParser::dispatchOneLineBlock(QList<QFnToken> *tokens, int firstIndex
         removeSceneMark(tokens, firstIndex);
         return parseSceneHeading(tokens);
     }
-    if (endsInTransition(*tokens) && isUpperCase(*tokens))
+    if (isUpperCase(*tokens) && endsInTransition(*tokens))
         return parseTransitionLine(tokens);
     return parseActionLine(tokens, false);
 }
@@ -293,8 +320,8 @@ void QFnFastParser::appendElement(QFnElement *element)
 
 void QFnFastParser::appendCurrentElement()
 {
-    auto *element = new QFnElement(currentElement);
-    currentElement.clear(); // first, so that cutting a line feed need not copy a shared text
+    auto *element = new QFnElement(std::move(currentElement));
+    currentElement.clear();
     appendElement(element);
 }
 
@@ -326,18 +353,18 @@ void QFnFastParser::readTitlePageEntry()
         key += nextToken().text;
         key += nextToken().text;
     }
-    nextToken();
+    readToken();
     if (!isMark(currentToken, ':'))
         return; // the key and this token are lost; the rest of the line is read as a line
 
     skipWhitespaces();
     QString value;
-    nextToken();
+    readToken();
     while (currentToken.kind != QFnToken::EndOfInput) {
         if (currentToken.kind == QFnToken::NewLine && titlePageValueEnds())
             break;
         value += currentToken.text;
-        nextToken();
+        readToken();
     }
     appendTitlePageElement(key, value);
 }
@@ -345,7 +372,7 @@ void QFnFastParser::readTitlePageEntry()
 bool QFnFastParser::titlePageValueEnds()
 {
     const QFnToken lineEnd = currentToken;
-    nextToken();
+    readToken();
     if (currentToken.kind == QFnToken::NewLine)
         return true;
     const bool keyFollows = isTitlePageKeyToken(currentToken);

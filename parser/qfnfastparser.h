@@ -217,14 +217,15 @@ private:
     void dispatchLine(QList<QFnToken> *tokens, bool atBlockStart);
     void dispatchOneLineBlock(QList<QFnToken> *tokens, int firstIndex);
 
-    QFnToken setToken(QFnToken::Kind kind, const QString &text);
-    QFnToken readWord();
-    QFnToken readDots();
-    QFnToken readEqualsSigns();
+    void readToken();
+    void setToken(QFnToken::Kind kind, QString text);
+    void readWord();
+    void readDots();
+    void readEqualsSigns();
     void readBoneyard();
 
     void closeStretch();
-    void appendText(QString text);
+    void takePlainText(QList<QFnToken> *tokens);
     void takeNote(QList<QFnToken> *tokens);
     void takeParenthetical(QList<QFnToken> *tokens);
     void parseStyledLine(QList<QFnToken> *tokens, ParserState lineState);

@@ -5,6 +5,9 @@
 
 #include "parser/qfntokens_p.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 constexpr QLatin1String continued("CONT'D");
@@ -27,14 +30,26 @@ bool toggleEmphasis(QList<QFnToken> *tokens, QFnStyle *style)
 }
 
 /// Moves the text of the line up to the next \a mark behind \a text, and drops the mark.
-void takeTextUntil(char mark, QList<QFnToken> *tokens, QString *text)
+/// Whether there was one.
+bool takeTextUntil(char mark, QList<QFnToken> *tokens, QString *text)
 {
-    while (!tokens->isEmpty()) {
-        const QFnToken token = tokens->takeFirst();
-        if (isMark(token, mark))
-            return;
-        *text += token.text;
-    }
+    const auto found = std::find_if(tokens->cbegin(), tokens->cend(),
+                                    [mark](const QFnToken &token) { return isMark(token, mark); });
+    const bool hasMark = found != tokens->cend();
+    takeTexts(tokens, int(std::distance(tokens->cbegin(), found)), text);
+    if (hasMark)
+        tokens->removeFirst();
+    return hasMark;
+}
+
+/// Puts blanks for the tabs from index \a start on.
+void expandTabs(int start, QString *text)
+{
+    if (text->indexOf(QLatin1Char('\t'), start) < 0)
+        return;
+    const QString tail = text->mid(start).replace(QLatin1Char('\t'), tabInAction);
+    text->truncate(start);
+    *text += tail;
 }
 
 void trimSpaces(QList<QFnToken> *tokens)
@@ -79,29 +94,35 @@ void QFnFastParser::parseText(QList<QFnToken> *tokens, QFnToken *token, Qt::Alig
                 appendCurrentElement();
             startStretch();
         }
-        // Behind a mark this may be an opening note, which is plain text there.
         if (!tokens->isEmpty())
-            appendText(tokens->takeFirst().text);
+            takePlainText(tokens);
     }
 }
 
-void QFnFastParser::appendText(QString text)
+void QFnFastParser::takePlainText(QList<QFnToken> *tokens)
 {
+    // The first token is text whatever it is: behind a mark an opening note is.
+    const auto end = std::find_if(tokens->cbegin() + 1, tokens->cend(), [](const QFnToken &token) {
+        return token.kind == QFnToken::OpenNote || isEmphasisMark(token);
+    });
+    const int count = int(std::distance(tokens->cbegin(), end));
+    const int start = currentElement.text.size();
+    takeTexts(tokens, count, &currentElement.text);
     if (state == InAction)
-        text.replace(QLatin1Char('\t'), tabInAction);
-    currentElement.text += text;
+        expandTabs(start, &currentElement.text);
 }
 
 void QFnFastParser::takeNote(QList<QFnToken> *tokens)
 {
     changeParserState(InNotes);
     tokens->removeFirst();
-    while (!tokens->isEmpty()) {
-        const QFnToken token = tokens->takeFirst();
-        if (token.kind == QFnToken::CloseNote)
-            break;
-        currentElement.text += token.text;
-    }
+    const auto close = std::find_if(tokens->cbegin(), tokens->cend(), [](const QFnToken &token) {
+        return token.kind == QFnToken::CloseNote;
+    });
+    const bool closed = close != tokens->cend();
+    takeTexts(tokens, int(std::distance(tokens->cbegin(), close)), &currentElement.text);
+    if (closed)
+        tokens->removeFirst();
     changeParserState(Idle);
 }
 
@@ -152,11 +173,8 @@ void QFnFastParser::parseDialogueLine(QList<QFnToken> *tokens)
     if (state != InDialogue)
         changeParserState(InDialogue);
     while (!tokens->isEmpty()) {
-        const QFnToken token = tokens->takeFirst();
-        if (isMark(token, '('))
+        if (takeTextUntil('(', tokens, &currentElement.text))
             takeParenthetical(tokens);
-        else
-            currentElement.text += token.text;
     }
     closeStretch();
 }
@@ -174,10 +192,11 @@ void QFnFastParser::takeParenthetical(QList<QFnToken> *tokens)
 void QFnFastParser::parseCharacter(QList<QFnToken> *tokens)
 {
     changeParserState(InCharacter);
-    while (!tokens->isEmpty()) {
-        const QString text = tokens->takeFirst().text;
-        currentElement.text += text == continued ? text.toLower() : text;
+    for (QFnToken &token : *tokens) {
+        if (token.text == continued)
+            token.text = token.text.toLower();
     }
+    takeTexts(tokens, tokens->size(), &currentElement.text);
     currentElement.text = currentElement.text.trimmed();
     appendCurrentElement();
     changeParserState(InDialogue);
@@ -190,11 +209,8 @@ void QFnFastParser::parseSceneHeading(QList<QFnToken> *tokens)
         skipWhitespaces(tokens);
         QString sceneNumber;
         while (!tokens->isEmpty()) {
-            const QFnToken token = tokens->takeFirst();
-            if (isMark(token, '#'))
+            if (takeTextUntil('#', tokens, &currentElement.text))
                 takeTextUntil('#', tokens, &sceneNumber);
-            else
-                currentElement.text += token.text;
         }
         currentElement.sceneNumber = sceneNumber;
     }
@@ -212,7 +228,6 @@ void QFnFastParser::parseSectionHeading(QList<QFnToken> *tokens)
     }
     currentElement.sectionDepth = depth;
     skipWhitespaces(tokens);
-    currentElement.text += joinedText(*tokens, tokens->size());
-    removeAll(tokens);
+    takeTexts(tokens, tokens->size(), &currentElement.text);
     changeParserState(Idle);
 }

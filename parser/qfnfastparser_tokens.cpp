@@ -3,6 +3,8 @@
 
 #include "parser/qfnfastparser.h"
 
+#include <utility>
+
 namespace {
 
 constexpr ushort endOfInput = 65535;
@@ -74,6 +76,12 @@ void QFnFastParser::skipWhitespaces(QList<QFnToken> *tokens)
 
 QFnToken QFnFastParser::nextToken()
 {
+    readToken();
+    return currentToken;
+}
+
+void QFnFastParser::readToken()
+{
     tokenStart = position;
     for (;;) {
         const ushort character = getch().unicode();
@@ -139,14 +147,13 @@ QFnToken QFnFastParser::nextToken()
     }
 }
 
-QFnToken QFnFastParser::setToken(QFnToken::Kind kind, const QString &text)
+void QFnFastParser::setToken(QFnToken::Kind kind, QString text)
 {
     currentToken.kind = kind;
-    currentToken.text = text;
-    return currentToken;
+    currentToken.text = std::move(text);
 }
 
-QFnToken QFnFastParser::readWord()
+void QFnFastParser::readWord()
 {
     const int start = position;
     const int size = buffer.size();
@@ -158,7 +165,7 @@ QFnToken QFnFastParser::readWord()
     return setToken(QFnToken::Word, QString(characters + start, end - start));
 }
 
-QFnToken QFnFastParser::readDots()
+void QFnFastParser::readDots()
 {
     const int start = position;
     while (nextChar() == QLatin1Char('.'))
@@ -166,7 +173,7 @@ QFnToken QFnFastParser::readDots()
     return setToken(QFnToken::Word, buffer.mid(start, position - start + 1));
 }
 
-QFnToken QFnFastParser::readEqualsSigns()
+void QFnFastParser::readEqualsSigns()
 {
     constexpr int pageBreakLength = 3;
     const int start = position;

@@ -10,6 +10,9 @@
 #include <QtCore/QList>
 #include <QtCore/QString>
 
+#include <algorithm>
+#include <numeric>
+
 /// Whether the token is exactly this mark of one character.
 inline bool isMark(const QFnToken &token, char mark)
 {
@@ -35,19 +38,41 @@ inline bool isEmphasisMark(const QFnToken &token)
     return emphasisFlag(token) != nullptr;
 }
 
-/// The texts of the first \a count tokens, joined.
-inline QString joinedText(const QList<QFnToken> &tokens, int count)
+/// Appends the texts of the first \a count tokens to \a text.
+inline void appendTexts(const QList<QFnToken> &tokens, int count, QString *text)
 {
-    QString text;
-    for (int i = 0; i < count; ++i)
-        text += tokens.at(i).text;
-    return text;
+    if (count == 0)
+        return;
+    if (count == 1) {
+        *text += tokens.first().text; // to an empty text this shares it and copies nothing
+        return;
+    }
+    const auto end = tokens.cbegin() + count;
+    const int start = text->size();
+    const int length = std::accumulate(tokens.cbegin(), end, start, [](int sum, const QFnToken &t) {
+        return sum + t.text.size();
+    });
+    // A new text gets the room that it needs. One that grows line by line must keep to QString's
+    // own growth, or each line would copy all before it.
+    if (start == 0)
+        text->reserve(length);
+    text->resize(length);
+    QChar *to = text->data() + start;
+    for (auto token = tokens.cbegin(); token != end; ++token)
+        to = std::copy(token->text.cbegin(), token->text.cend(), to);
 }
 
-/// Keeps the memory of the list, which serves line after line.
-inline void removeAll(QList<QFnToken> *tokens)
+/// Removes the first \a count tokens. The list keeps its memory, as it serves line after line.
+inline void removeFront(QList<QFnToken> *tokens, int count)
 {
-    tokens->erase(tokens->begin(), tokens->end());
+    tokens->erase(tokens->begin(), tokens->begin() + count);
+}
+
+/// Moves the texts of the first \a count tokens behind \a text.
+inline void takeTexts(QList<QFnToken> *tokens, int count, QString *text)
+{
+    appendTexts(*tokens, count, text);
+    removeFront(tokens, count);
 }
 
 #endif
