@@ -143,7 +143,7 @@ bool QFnWriter::writeDocument()
     for (const QFnElement *element : document->elements) {
         finalizeLastElementStyle();
         if (element->text.isEmpty())
-            writePiece(newLine);
+            writeMark(newLine);
         else
             writeForm(*element);
     }
@@ -153,22 +153,22 @@ bool QFnWriter::writeDocument()
 void QFnWriter::writeForm(const QFnElement &element)
 {
     const Form &form = formOf(element.type);
-    writePiece(form.lineEnd);
+    writeMark(form.lineEnd);
     if (needsOpening(element, form.open))
-        writePiece(form.open);
+        writeMark(form.open);
     writePiece(writtenText(element));
     if (!element.text.endsWith(form.close))
-        writePiece(form.close);
+        writeMark(form.close);
 }
 
 void QFnWriter::writeElementText(const QFnElement *element)
 {
     const QFnStyle &wanted = element->style;
     if (wanted.alignment.testFlag(Qt::AlignHCenter) && wanted.alignment != style.alignment)
-        writePiece(centredOpen);
+        writeMark(centredOpen);
     for (const EmphasisMark &emphasis : emphasisMarks) {
         if (wanted.*emphasis.flag && !(style.*emphasis.flag))
-            writePiece(emphasis.mark);
+            writeMark(emphasis.mark);
     }
     writePiece(element->text.toUpper());
     style = wanted;
@@ -179,16 +179,23 @@ void QFnWriter::finalizeLastElementStyle()
     std::for_each(std::rbegin(emphasisMarks), std::rend(emphasisMarks),
                   [this](const EmphasisMark &emphasis) {
                       if (style.*emphasis.flag)
-                          writePiece(emphasis.mark);
+                          writeMark(emphasis.mark);
                   });
     if (style.alignment.testFlag(Qt::AlignHCenter))
-        writePiece(centredClose);
+        writeMark(centredClose);
     style = QFnStyle();
 }
 
+// Whether the device took a piece is not looked at: the walk goes on to its end in any case.
+
 void QFnWriter::writePiece(const QString &text)
 {
-    // Whether the device took it is not looked at: the walk goes on to its end in any case.
     const QByteArray bytes = text.toUtf8();
     device->write(bytes.constData(), bytes.size());
+}
+
+void QFnWriter::writeMark(QLatin1String mark)
+{
+    if (mark.size() > 0)
+        device->write(mark.data(), mark.size());
 }

@@ -62,6 +62,7 @@ public:
 private:
     void writeForm(const QFnElement &element);
     void writePiece(const QString &text);
+    void writeMark(QLatin1String mark);
 };
 
 #endif
