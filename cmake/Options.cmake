@@ -3,10 +3,49 @@
 
 # How this project compiles its own sources; nothing of it reaches a program that links the library.
 option(ZEM_WERROR "Treat compiler warnings as errors" OFF)
+option(ZEM_BUILD_HOST "Build the program zemscript" ${PROJECT_IS_TOP_LEVEL})
+option(ZEM_BUILD_TESTS "Build the tests" ${PROJECT_IS_TOP_LEVEL})
+option(ZEM_BUILD_BENCH "Build the benchmark, which needs Google Benchmark" OFF)
+option(ZEM_FUZZ "Build the fuzzers and instrument the library for them, which needs Clang" OFF)
+
+if(PROJECT_IS_TOP_LEVEL AND NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+    set(CMAKE_BUILD_TYPE Release CACHE STRING "Type of build" FORCE)
+endif()
+
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_VERIFY_INTERFACE_HEADER_SETS ${ZEM_BUILD_TESTS})
+
+# An installed library or program finds the libraries next to it, wherever the prefix is moved to.
+file(RELATIVE_PATH zem_bin_to_lib ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+set(CMAKE_INSTALL_RPATH $ORIGIN $ORIGIN/${zem_bin_to_lib})
+
+if(ZEM_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
+endif()
 
 add_library(zem_options INTERFACE)
 target_compile_features(zem_options INTERFACE cxx_std_17)
 target_compile_options(zem_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow $<$<BOOL:${ZEM_WERROR}>:-Werror>)
+    -Wall -Wextra -Wpedantic -Wshadow $<$<BOOL:${ZEM_WERROR}>:-Werror>
+    "$<$<CXX_COMPILER_ID:Clang>:SHELL:-include ${PROJECT_SOURCE_DIR}/cmake/clang_strlen.h>")
 target_compile_definitions(zem_options INTERFACE
     QT_DEPRECATED_WARNINGS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH)
+
+# What the two libraries have in common.
+function(zem_library name)
+    add_library(ZemFountain::${name} ALIAS ${name})
+    target_link_libraries(${name} PRIVATE zem_options)
+    # Lets the library's calls of its own exported operations be inlined. Nobody interposes them.
+    target_compile_options(${name} PRIVATE -fno-semantic-interposition)
+    # The compiler hides nearly everything; some inline functions of Qt only the linker can.
+    target_link_options(${name} PRIVATE LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map)
+    set_target_properties(${name} PROPERTIES
+        VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
+        LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map)
+endfunction()
