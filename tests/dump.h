@@ -105,6 +105,7 @@ inline void appendElements(const QString &lines, QFnDocument *document)
 
 // Formats as letters with values, each property with its own: "a4 w75 i1 u1".
 const QMap<QChar, int> formatLetters{{u'a', QTextFormat::BlockAlignment},
+                                     {u'm', QTextFormat::BlockLeftMargin},
                                      {u'i', QTextFormat::FontItalic},
                                      {u'u', QTextFormat::TextUnderlineStyle},
                                      {u'w', QTextFormat::FontWeight}};
@@ -125,12 +126,15 @@ inline ZEMScriptElement recordOf(const QString &line)
     QStringList parts = line.split(u' ');
     record.name = parts.takeFirst();
     for (const QString &part : qAsConst(parts)) {
-        const QVariant value =
-            part.startsWith(u'i') ? QVariant(part == u"i1"_s) : part.mid(1).toInt();
-        if (part.startsWith(u'a'))
-            record.blockFormat.setProperty(QTextFormat::BlockAlignment, value);
+        const int property = formatLetters.value(part.at(0));
+        QVariant value = part.mid(1).toInt();
+        value.convert(part.at(0) == u'i'   ? QMetaType::Bool
+                      : part.at(0) == u'm' ? QMetaType::Double
+                                           : QMetaType::Int);
+        if (part.at(0) == u'a' || part.at(0) == u'm')
+            record.blockFormat.setProperty(property, value);
         else
-            record.charFormat.setProperty(formatLetters.value(part.at(0)), value);
+            record.charFormat.setProperty(property, value);
     }
     return record;
 }

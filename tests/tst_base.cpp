@@ -22,6 +22,7 @@ const Row blockRows[] = {
     {"most properties in both formats together", u"A w75 i1|B a4|C a4 w75 i1", u"C"},
     {"more properties that do not fit", u"A a2 w75 i1|B i1", u"B"},
     {"of equals the first", u"A a4 i1|B w75 i1|C a4 w75", u"A"},
+    {"another left margin", u"A m9|B a4", u"B"},
     {"no properties", u"A|B a4", u"B"},
     {"no name", u" a4 w75 i1|B a4", u"B"},
 };

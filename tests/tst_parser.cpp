@@ -128,6 +128,7 @@ const Row dispatchRows[] = {
     {"emphasis alone gives nothing", u"**\na b\n\nC\n*_*\nd\n", u"Action||a b\nCharacter||C\nDialogue||d"},
     {"letters that change", u"\u0149\nx\n\n\u01c5\ny\n\nA\u00dfE\nz\n", u"Action||\u0149x\\n\u01c5y\\nA\u00dfEz"},
     {"split pair of a small letter", u"\xD801/*x*/\xDC28\ny\n", u"Boneyard||x\nAction||\U00010428y"},
+    {"a lone surrogate keeps the letter behind it from having capitals", u"\xD801" u"b\nx\n", u"Character||\xD801" u"b\nDialogue||x"},
     {"lone surrogates are kept", u"\xDC28 \xD801\n\xD801\n", u"Character||\xDC28 \xD801\nDialogue||\xD801"},
 };
 // clang-format on
