@@ -16,14 +16,24 @@ int propertyCount(const ZEMScriptElement &record)
     return record.blockFormat.propertyCount() + record.charFormat.propertyCount();
 }
 
-/// Whether merging \a part into \a format would change nothing. A value of another type would be a
-/// change, even one that compares equal.
+/// Whether a format that holds \a held would be the same with \a value. Formats look at the type
+/// too, and tell numbers apart that QVariant, which compares them with some tolerance, takes for
+/// equal.
+bool isSame(const QVariant &held, const QVariant &value)
+{
+    if (held.userType() != value.userType())
+        return false;
+    if (value.userType() == QMetaType::Double)
+        return held.toDouble() == value.toDouble();
+    return held == value;
+}
+
+/// Whether merging \a part into \a format would change nothing.
 bool holds(const QTextFormat &format, const QTextFormat &part)
 {
     const QMap<int, QVariant> properties = part.properties();
     for (auto property = properties.cbegin(); property != properties.cend(); ++property) {
-        const QVariant held = format.property(property.key());
-        if (held.userType() != property->userType() || held != *property)
+        if (!isSame(format.property(property.key()), *property))
             return false;
     }
     return true;

@@ -54,11 +54,11 @@ public:
     static ZEMScriptElement find(const QList<ZEMScriptElement> &scriptElements,
                                  const QTextBlock &block);
 
-    QString name; ///< Identity. Empty means no element.
-    qint16 carriedShort = 0;
-    QTextBlockFormat blockFormat; ///< Merged into the format of a block of this kind.
-    QTextCharFormat charFormat;   ///< Merged into the format of its text.
-    ZEMCompletionList completions;
+    QString name;                  ///< Identity. Empty means no element.
+    qint16 carriedShort = 0;       ///< Application data, as all that is called carried.
+    QTextBlockFormat blockFormat;  ///< Merged into the format of a block of this kind.
+    QTextCharFormat charFormat;    ///< Merged into the format of its text.
+    ZEMCompletionList completions; ///< Application data.
     qint32 carriedNumber = 0;
     QString carriedText1;
     QString carriedText2;

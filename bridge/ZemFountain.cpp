@@ -21,6 +21,8 @@ void renderTitlePage(const QHash<QString, QString> &titlePage, QTextCursor *curs
 {
     if (titlePage.isEmpty())
         return;
+    // One run of text, with nothing between a value and the next key: applications rely on the
+    // title page being one block, unless a value has line ends of its own.
     for (auto entry = titlePage.cbegin(); entry != titlePage.cend(); ++entry)
         cursor->insertText(entry.key() + QLatin1Char(':') + entry.value());
     cursor->insertBlock();
@@ -84,6 +86,7 @@ bool ZEMFountainDocumentRenderer::render(const QFnDocument &source, QTextDocumen
     cursor.movePosition(QTextCursor::End);
     renderTitlePage(source.titlePage, &cursor);
 
+    // A look-up copies a whole record, so it serves for as long as the type stays the same.
     ZEMScriptElement currentRecord;
     for (const QFnElement *element : source.elements) {
         QTextCharFormat textFormat = element->style.toTextFormat();
@@ -124,6 +127,7 @@ bool ZemFountain::toFountainDocument(const QTextDocument &document,
                                      QFnDocument *target, QString *error)
 {
     Q_UNUSED(error)
+    Q_ASSERT(target);
     target->clear();
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
         const ZEMScriptElement record = ZEMScriptElement::find(scriptElements, block);

@@ -16,8 +16,10 @@ class QFnElement;
 /// A whole script: its title page and one flat, ordered list of elements.
 ///
 /// Owns every element in the list. A producer makes an element with new, appends its pointer and
-/// from then on leaves its deletion to the document; no element may be in two lists, and a null
-/// pointer is skipped. Readers walk the two containers directly. Used by one thread at a time.
+/// from then on leaves its deletion to the document; no element may be in two lists. A
+/// null pointer is skipped when the elements are deleted, but writer and renderer expect none.
+///
+/// Readers walk the two containers directly. Used by one thread at a time.
 class ZEMFOUNTAIN_EXPORT QFnDocument : public QObject
 {
     Q_OBJECT

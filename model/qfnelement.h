@@ -53,7 +53,9 @@ public:
     /// The text without the marks that introduced it. May hold line feeds (an Action element has
     /// one for each blank line inside it), and may be empty in a stored element too.
     QString text;
-    int sectionDepth;    ///< Of a SectionHeading, the number of leading "#"; else 0.
+    /// Of a SectionHeading, the number of leading "#". 0 after construction. Look at it in a
+    /// SectionHeading only: a line of marks without text leaves its depth to the element behind it.
+    int sectionDepth;
     QString sceneNumber; ///< Of a SceneHeading, the text between its two "#"; else empty.
     QFnStyle style;      ///< The style of all of the text.
 };

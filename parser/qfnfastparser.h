@@ -41,8 +41,8 @@ public:
 ///
 /// parse() is the one entry point that a caller needs. The other operations are the steps of the
 /// parse, from the tokens up to the parsers for each kind of line. They are public for callers that
-/// drive them one by one; a line is then a list of tokens without its NewLine, consumed from the
-/// front and empty on return.
+/// drive them one by one. A line is then a list of tokens without its NewLine, which the parser of
+/// its kind consumes from the front and leaves empty; the tests of a line do not change it.
 ///
 /// What this reading of the format holds that a reader might not expect: a title-page entry is
 /// taken at the start of any line, anywhere in the text; two adjacent lines of action are joined
@@ -80,11 +80,12 @@ public:
     /// Parses \a text into document and returns true, whatever the text holds.
     ///
     /// The document always ends in a closing element, often an Undefined or a Dialogue one with no
-    /// text. A second call replaces the result of the first and gives what a new parser would.
+    /// text. A second call deletes the elements of the first and gives what a new parser would.
     bool parse(const QString &text);
 
     /// The main loop of parse(), over the text in buffer and with currentToken and currentElement
     /// as they stand: a parser that has been at the end of its input has to go through parse().
+    /// Gives true always.
     bool parseBuffer();
 
     /// Goes back to the start of buffer, in state Idle, and clears document. tokenStart,
@@ -146,7 +147,8 @@ public:
     static bool isSceneHeadingToken(const QString &text);
 
     /// Whether the line is a scene heading: a keyword at its very front, perhaps a dot, and then a
-    /// blank or text that starts with a letter or digit. A line that ends before that is none.
+    /// blank or text that starts with a letter or digit. After a "/" of its own, a second keyword,
+    /// perhaps a dot, and a blank must follow. A line that ends before that is none.
     static bool isSceneHeadingLine(QList<QFnToken> *tokens);
 
     /// Whether the line ends in two Space tokens, which keeps capitals from being a cue.
@@ -158,8 +160,9 @@ public:
     /// styled stretch, and notes become elements of their own. The last stretch stays open.
     ///
     /// Stretches take the type that currentElement has on entry, and \a alignment from the first
-    /// run of marks on. With Qt::AlignHCenter in state InAction the blanks at both ends of the line
-    /// go. \a token is not read. A note that ends the line leaves the state Idle.
+    /// run of marks or the first text behind a note on, where the state of entry returns too. With
+    /// Qt::AlignHCenter in state InAction the blanks at both ends of the line go. \a token is not
+    /// read. A note that ends the line leaves the state Idle.
     void parseText(QList<QFnToken> *tokens, QFnToken *token, Qt::Alignment alignment);
 
     /// Moves the line into currentElement as parseText() does, in the state that stands. No line of
@@ -169,7 +172,8 @@ public:
     /// Stores the line, its mark taken off, as Synopsis elements. None if there is no text.
     void parseSynopsis(QList<QFnToken> *tokens);
 
-    /// Stores the line as General elements. No line of parse() comes here.
+    /// Stores the line as General elements, none if there is no text. No line of parse() comes
+    /// here.
     void parseGeneralLine(QList<QFnToken> *tokens);
 
     /// Stores the line, its mark taken off, as Transition elements. None if there is no text.
@@ -180,29 +184,31 @@ public:
     void parseActionLine(QList<QFnToken> *tokens, bool centered);
 
     /// Stores the line as a Dialogue element, cut at each "(" up to the next ")", which becomes a
-    /// Parenthetical without the two marks. Emphasis marks and notes are plain text here.
+    /// Parenthetical without the two marks, with an empty text too. Emphasis marks and notes are
+    /// plain text here. Dialogue without text is not stored.
     void parseDialogueLine(QList<QFnToken> *tokens);
 
-    /// Stores the line, trimmed, as a Character element, with the word "CONT'D" in lower case.
-    /// Dialogue follows.
+    /// Stores the line, trimmed, as a Character element, with the word "CONT'D" in lower case. An
+    /// empty one is stored too. Dialogue follows.
     void parseCharacter(QList<QFnToken> *tokens);
 
     /// Stores the line, without keyword, as a SceneHeading. Text between two "#" (or from a "#" to
-    /// the end of the line) becomes the scene number.
+    /// the end of the line) becomes the scene number. A heading without text is stored too.
     void parseSceneHeading(QList<QFnToken> *tokens);
 
-    /// Stores the line as a SectionHeading. The "#" at its front give the depth.
+    /// Stores the line as a SectionHeading. The "#" at its front give the depth. A line of
+    /// marks alone stores nothing, and leaves its depth to the next element that is stored.
     void parseSectionHeading(QList<QFnToken> *tokens);
 
-    QString buffer;        ///< The whole text.
+    QString buffer;        ///< The whole text. Empty after construction.
     QFnDocument *document; ///< The result. A child of this parser, and valid as long as it lives.
     int position;          ///< Index of the last UTF-16 unit consumed, -1 before the first.
     /// What position was before the latest token, or behind the boneyard in front of it. Setting
     /// position to it makes nextToken() read the same token again. -1 after construction.
     int tokenStart;
     ParserState state;         ///< Idle after construction.
-    QFnElement currentElement; ///< The element under construction.
-    QFnToken currentToken;     ///< The token that nextToken() last read.
+    QFnElement currentElement; ///< The element under construction. A default one at first.
+    QFnToken currentToken;     ///< What nextToken() last read. A Word without text at first.
 
 private:
     Q_DISABLE_COPY(QFnFastParser)

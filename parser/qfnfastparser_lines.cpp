@@ -52,10 +52,8 @@ void expandTabs(int start, QString *text)
     *text += tail;
 }
 
-void trimSpaces(QList<QFnToken> *tokens)
+void dropSpacesAtEnd(QList<QFnToken> *tokens)
 {
-    while (!tokens->isEmpty() && tokens->first().kind == QFnToken::Space)
-        tokens->removeFirst();
     while (!tokens->isEmpty() && tokens->last().kind == QFnToken::Space)
         tokens->removeLast();
 }
@@ -74,8 +72,10 @@ void QFnFastParser::parseText(QList<QFnToken> *tokens, QFnToken *token, Qt::Alig
         currentElement.style = style;
     };
 
-    if (alignment.testFlag(Qt::AlignHCenter) && state == InAction)
-        trimSpaces(tokens);
+    if (alignment.testFlag(Qt::AlignHCenter) && state == InAction) {
+        skipWhitespaces(tokens);
+        dropSpacesAtEnd(tokens);
+    }
 
     while (!tokens->isEmpty()) {
         if (tokens->first().kind == QFnToken::OpenNote) {
@@ -90,8 +90,7 @@ void QFnFastParser::parseText(QList<QFnToken> *tokens, QFnToken *token, Qt::Alig
             continue;
         }
         if (toggleEmphasis(tokens, &style)) {
-            if (!currentElement.text.isEmpty())
-                appendCurrentElement();
+            closeStretch();
             startStretch();
         }
         if (!tokens->isEmpty())
@@ -159,12 +158,13 @@ void QFnFastParser::parseActionLine(QList<QFnToken> *tokens, bool centered)
     if (state != InAction)
         changeParserState(InAction);
     if (currentElement.style.alignment != alignment) {
-        if (!currentElement.text.isEmpty())
-            appendCurrentElement();
+        closeStretch();
         currentElement.type = QFnElement::Action;
         currentElement.style = QFnStyle();
         currentElement.style.alignment = alignment;
     }
+    // The text of the last line is still open: this line goes right behind it, with nothing between
+    // the two. The only line end in action is that of a blank line.
     parseText(tokens, nullptr, alignment);
 }
 
@@ -181,8 +181,6 @@ void QFnFastParser::parseDialogueLine(QList<QFnToken> *tokens)
 
 void QFnFastParser::takeParenthetical(QList<QFnToken> *tokens)
 {
-    if (!currentElement.text.isEmpty())
-        appendCurrentElement();
     changeParserState(InParenthetical);
     takeTextUntil(')', tokens, &currentElement.text);
     appendCurrentElement();
@@ -198,6 +196,7 @@ void QFnFastParser::parseCharacter(QList<QFnToken> *tokens)
     }
     takeTexts(tokens, tokens->size(), &currentElement.text);
     currentElement.text = currentElement.text.trimmed();
+    // Even without text: the line of one blank that a cue can be has a speech below it.
     appendCurrentElement();
     changeParserState(InDialogue);
 }
@@ -226,6 +225,7 @@ void QFnFastParser::parseSectionHeading(QList<QFnToken> *tokens)
         tokens->removeFirst();
         ++depth;
     }
+    // Stays for the next element if there is no text: only storing an element clears it.
     currentElement.sectionDepth = depth;
     skipWhitespaces(tokens);
     takeTexts(tokens, tokens->size(), &currentElement.text);

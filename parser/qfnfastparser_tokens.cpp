@@ -123,6 +123,8 @@ void QFnFastParser::readToken()
             return readEqualsSigns();
         case '.':
             return readDots();
+        // A literal for each mark: its text is then shared by all its tokens, and most tokens of a
+        // script are marks and blanks.
         case '!':
             return setToken(QFnToken::Word, QStringLiteral("!"));
         case '#':
@@ -162,7 +164,7 @@ void QFnFastParser::readWord()
     while (end < size && !endsWord(characters + end, characters + size))
         ++end;
     position = end - 1;
-    return setToken(QFnToken::Word, QString(characters + start, end - start));
+    setToken(QFnToken::Word, QString(characters + start, end - start));
 }
 
 void QFnFastParser::readDots()
@@ -170,7 +172,7 @@ void QFnFastParser::readDots()
     const int start = position;
     while (nextChar() == QLatin1Char('.'))
         ++position;
-    return setToken(QFnToken::Word, buffer.mid(start, position - start + 1));
+    setToken(QFnToken::Word, buffer.mid(start, position - start + 1));
 }
 
 void QFnFastParser::readEqualsSigns()
@@ -182,7 +184,7 @@ void QFnFastParser::readEqualsSigns()
     if (position - start + 1 >= pageBreakLength)
         return setToken(QFnToken::PageBreakMark, QStringLiteral("==="));
     position = start;
-    return setToken(QFnToken::Word, QStringLiteral("="));
+    setToken(QFnToken::Word, QStringLiteral("="));
 }
 
 void QFnFastParser::readBoneyard()

@@ -56,6 +56,19 @@ private Q_SLOTS:
         QVERIFY(ZEMScriptElement::find(records, QString()).blockFormat.isEmpty());
     }
 
+    void nearlyEqualIsAnotherFormat()
+    {
+        ZEMScriptElement record = recordOf(u"A"_s);
+        record.blockFormat.setTopMargin(0.3);
+        QTextBlockFormat format;
+        format.setTopMargin(0.1 + 0.2);
+        QTextDocument document;
+        QTextCursor(&document).setBlockFormat(format);
+        QCOMPARE(ZEMScriptElement::find({record}, document.begin()).name, QString());
+        QTextCursor(&document).setBlockFormat(record.blockFormat);
+        QCOMPARE(ZEMScriptElement::find({record}, document.begin()).name, record.name);
+    }
+
     void byBlock_data() { addRows(blockRows); }
     void byBlock() { check(found); }
 };

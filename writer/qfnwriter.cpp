@@ -163,6 +163,7 @@ void QFnWriter::writeForm(const QFnElement &element)
 
 void QFnWriter::writeElementText(const QFnElement *element)
 {
+    Q_ASSERT(element);
     const QFnStyle &wanted = element->style;
     if (wanted.alignment.testFlag(Qt::AlignHCenter) && wanted.alignment != style.alignment)
         writeMark(centredOpen);
@@ -190,12 +191,14 @@ void QFnWriter::finalizeLastElementStyle()
 
 void QFnWriter::writePiece(const QString &text)
 {
+    Q_ASSERT(device && device->isWritable());
     const QByteArray bytes = text.toUtf8();
     device->write(bytes.constData(), bytes.size());
 }
 
 void QFnWriter::writeMark(QLatin1String mark)
 {
+    Q_ASSERT(device && device->isWritable());
     if (mark.size() > 0)
         device->write(mark.data(), mark.size());
 }

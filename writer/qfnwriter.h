@@ -39,19 +39,22 @@ public:
     ///
     /// False when the file can't be opened, with the reason in errorString, and when \a source is
     /// null, which leaves the file empty. A write that fails later is not noticed: a caller to whom
-    /// it matters uses write() on a device that it checks. device is null afterwards.
+    /// it matters uses write() on a device that it checks. Once the file was opened, device is null
+    /// afterwards; before that it is left alone.
     bool writeFile(const QString &path, const QFnDocument *source);
 
-    /// The walk over the elements of document, the step of write() that writes. False when it is
-    /// null. Marks that are still open behind the last element stay open.
+    /// The walk over the elements of document, the step of write() that writes. False when document
+    /// is null; else device must be set and open for writing. Marks that are still open behind the
+    /// last element stay open.
     bool writeDocument();
 
     /// Writes the text of \a element, in upper case, behind the marks that its style opens and
     /// style has not open yet. Marks that end here are not closed but forgotten. \a element must
-    /// not be null. The walk over a document does not use this.
+    /// not be null, and device must be set and open. The walk over a document does not use this.
     void writeElementText(const QFnElement *element);
 
-    /// Closes the marks that style has open and puts style back to the default.
+    /// Closes the marks that style has open and puts style back to the default. Unless it is the
+    /// default already, device must be set and open.
     void finalizeLastElementStyle();
 
     QIODevice *device;           ///< Where the text goes. Not owned.
