@@ -6,6 +6,7 @@
 #include "host/importing.h"
 #include "host/pdf.h"
 #include "host/titlepage.h"
+#include "host/window.h"
 #include "model/qfndocument.h"
 #include "parser/qfnfastparser.h"
 
@@ -19,9 +20,11 @@
 #include <QtGui/QTextCursor>
 #include <QtGui/QTextDocument>
 #include <QtGui/QTextDocumentWriter>
+#include <QtWidgets/QApplication>
 
 #include <algorithm>
 #include <iterator>
+#include <memory>
 
 namespace {
 
@@ -145,24 +148,49 @@ bool printElements(const QStringList &paths, QString *error)
     return written || Host::fail(QStringLiteral("standard output"), out.errorString(), error);
 }
 
+bool edit(const QStringList &paths, QString *error)
+{
+    Host::Window window;
+    if (!paths.isEmpty() && !window.open(paths.at(0), error))
+        return false;
+    window.show();
+    return QApplication::exec() == 0;
+}
+
 struct Command
 {
     QLatin1String name;
-    int paths; ///< how many it takes
+    int least, most; ///< how many paths it takes
     bool (*run)(const QStringList &paths, QString *error);
 };
 
+constexpr char editName[] = "edit";
+
 constexpr Command commands[] = {
-    {QLatin1String("import"), 2, importFile},
-    {QLatin1String("export"), 2, exportFile},
-    {QLatin1String("elements"), 1, printElements},
+    {QLatin1String("import"), 2, 2, importFile},
+    {QLatin1String("export"), 2, 2, exportFile},
+    {QLatin1String("elements"), 1, 1, printElements},
+    {QLatin1String(editName), 0, 1, edit},
 };
 
 constexpr char description[] =
     "Fountain screenplays to rich text and back.\n\n"
     "  zemscript import SCRIPT.fountain OUT           OUT ends in .html, .odt, .pdf or .txt\n"
     "  zemscript export RICHTEXT.html OUT.fountain  rich text that import wrote\n"
-    "  zemscript elements SCRIPT.fountain             what the parser makes of the script";
+    "  zemscript elements SCRIPT.fountain             what the parser makes of the script\n"
+    "  zemscript edit [SCRIPT.fountain]               a window to write in";
+
+/// Whether the platform of windows, X11 or Wayland where it is not part of the system, is there.
+bool hasDisplay()
+{
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+    const char *const names[] = {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"};
+    return std::any_of(std::begin(names), std::end(names),
+                       [](const char *name) { return !qEnvironmentVariableIsEmpty(name); });
+#else
+    return true;
+#endif
+}
 
 int report(const QString &message, ExitCode code)
 {
@@ -176,12 +204,16 @@ int report(const QString &message, ExitCode code)
 
 int main(int argc, char *argv[])
 {
-    // No command needs a display.
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
     // What Qt has to say about its surroundings would hide the one line that counts.
     QLoggingCategory::setFilterRules(QStringLiteral("*.warning=false"));
-    QGuiApplication application(argc, argv);
+    // The kind of application has to be known before it reads the command line. Only one command
+    // needs a display, and its help does not.
+    const bool edits = argc > 1 && qstrcmp(argv[1], editName) == 0;
+    const bool displayMissing = edits && !hasDisplay();
+    if ((!edits || displayMissing) && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    const std::unique_ptr<QGuiApplication> application(edits ? new QApplication(argc, argv)
+                                                             : new QGuiApplication(argc, argv));
     QCoreApplication::setApplicationName(QStringLiteral("zemscript"));
     QCoreApplication::setApplicationVersion(QStringLiteral(ZEMSCRIPT_VERSION));
 
@@ -190,7 +222,7 @@ int main(int argc, char *argv[])
     const QCommandLineOption help = line.addHelpOption();
     const QCommandLineOption version = line.addVersionOption();
     line.addPositionalArgument(QStringLiteral("command"),
-                               QStringLiteral("import, export or elements"));
+                               QStringLiteral("import, export, elements or edit"));
     line.addPositionalArgument(QStringLiteral("files"), QStringLiteral("as above"),
                                QStringLiteral("files..."));
     // Not process(), which leaves with 1 for wrong use.
@@ -209,10 +241,15 @@ int main(int argc, char *argv[])
                                       [&name](const Command &c) { return c.name == name; });
     if (command == std::end(commands))
         return report(name + QLatin1String(": no such command; see zemscript --help"), WrongUse);
-    if (paths.size() != command->paths) {
+    if (paths.size() < command->least || paths.size() > command->most) {
         const auto wrong = QStringLiteral("%1: takes %2 file names, not %3; see zemscript --help");
-        return report(wrong.arg(name).arg(command->paths).arg(paths.size()), WrongUse);
+        const QString most = QString::number(command->most);
+        const bool fixed = command->least == command->most;
+        const QString taken = fixed ? most : QStringLiteral("at most ") + most;
+        return report(wrong.arg(name, taken).arg(paths.size()), WrongUse);
     }
+    if (command->run == edit && displayMissing)
+        return report(name + QLatin1String(": there is no display"), Failure);
     QString error;
     return command->run(paths, &error) ? Success : report(error, Failure);
 }
