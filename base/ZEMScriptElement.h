@@ -55,20 +55,20 @@ public:
                                  const QTextBlock &block);
 
     QString name;                  ///< Identity. Empty means no element.
-    qint16 carriedShort = 0;       ///< Application data, as all that is called carried.
+    qint16 carriedShort = 0;       ///< Application data.
     QTextBlockFormat blockFormat;  ///< Merged into the format of a block of this kind.
     QTextCharFormat charFormat;    ///< Merged into the format of its text.
     ZEMCompletionList completions; ///< Application data.
-    qint32 carriedNumber = 0;
-    QString carriedText1;
-    QString carriedText2;
-    QString carriedText3;
-    qint32 carriedNumber1 = 0;
-    qint32 carriedNumber2 = 0;
-    double carriedReal1 = 0;
-    double carriedReal2 = 0;
-    QHash<ZEMScriptElement::Action, QString> carriedActions1;
-    QHash<ZEMScriptElement::Action, QString> carriedActions2;
+    qint32 carriedNumber = 0;      ///< Application data.
+    QString carriedText1;          ///< Application data.
+    QString carriedText2;          ///< Application data.
+    QString carriedText3;          ///< Application data.
+    qint32 carriedNumber1 = 0;     ///< Application data.
+    qint32 carriedNumber2 = 0;     ///< Application data.
+    double carriedReal1 = 0;       ///< Application data.
+    double carriedReal2 = 0;       ///< Application data.
+    QHash<ZEMScriptElement::Action, QString> carriedActions1; ///< Application data.
+    QHash<ZEMScriptElement::Action, QString> carriedActions2; ///< Application data.
 };
 
 #endif

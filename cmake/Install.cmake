@@ -19,7 +19,8 @@ install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/zemfountain COMPO
 install(EXPORT ZemFountainTargets NAMESPACE ZemFountain::
     DESTINATION ${zem_cmake_dir} COMPONENT development)
 write_basic_package_version_file(ZemFountainConfigVersion.cmake COMPATIBILITY SameMajorVersion)
-install(FILES cmake/ZemFountainConfig.cmake ${CMAKE_CURRENT_BINARY_DIR}/ZemFountainConfigVersion.cmake
+install(FILES cmake/ZemFountainConfig.cmake
+    ${CMAKE_CURRENT_BINARY_DIR}/ZemFountainConfigVersion.cmake
     DESTINATION ${zem_cmake_dir} COMPONENT development)
 
 # From the folder of the .pc file, so that the prefix may be moved.

@@ -44,7 +44,8 @@ function(zem_library name)
     # Lets the library's calls of its own exported operations be inlined. Nobody interposes them.
     target_compile_options(${name} PRIVATE -fno-semantic-interposition)
     # The compiler hides nearly everything; some inline functions of Qt only the linker can.
-    target_link_options(${name} PRIVATE LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map)
+    target_link_options(${name} PRIVATE
+        LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map)
     set_target_properties(${name} PROPERTIES
         VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
         LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map)
