@@ -3,15 +3,11 @@
 
 #include "dump.h"
 #include "host/importing.h"
-#include "host/records.h"
-#include "model/qfnstyle.h"
 #include "parser/qfnfastparser.h"
 
 #include <QtCore/QProcess>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QTemporaryDir>
-#include <QtGui/QTextBlock>
-#include <QtGui/QTextCursor>
 #include <QtGui/QTextDocument>
 
 namespace {
@@ -214,34 +210,6 @@ private Q_SLOTS:
         create(path(u"s"_s), text);
         QCOMPARE(run({u"import"_s, u"s"_s, u"o.pdf"_s}, m_folder->path()).code, 0);
         QCOMPARE(contents(path(u"o.pdf"_s)).count("/Type /Page\n"), pages);
-    }
-
-    void kindsAreRecognisedAfterHtml()
-    {
-        QFnStyle styled;
-        styled.bold = styled.italic = styled.underline = true;
-        styled.alignment = Qt::AlignHCenter;
-        QTextDocument before;
-        QTextCursor cursor(&before);
-        for (const ZEMScriptElement &record : Host::records()) {
-            for (const QFnStyle &style : {QFnStyle(), styled}) {
-                QTextBlockFormat format = style.toBlockFormat();
-                format.merge(record.blockFormat);
-                for (const QString &text : {record.name, QString(), record.name}) {
-                    cursor.insertBlock(format, style.toTextFormat());
-                    cursor.insertText(text);
-                }
-            }
-        }
-        QTextDocument after;
-        after.setHtml(before.toHtml("utf-8"));
-        QCOMPARE(after.blockCount(), before.blockCount());
-        for (int i = 1; i < after.blockCount(); ++i) {
-            const QTextBlock block = after.findBlockByNumber(i);
-            const QTextBlock named = block.length() > 1 ? block : block.previous();
-            // Two records of one kind have names that differ in a blank.
-            QCOMPARE(Host::recordOf(block).name.remove(u' '), named.text().remove(u' '));
-        }
     }
 
     void importIsOneStepOfUndo()

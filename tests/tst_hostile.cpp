@@ -10,6 +10,7 @@
 #include "writer/qfnwriter.h"
 
 #include <QtCore/QBuffer>
+#include <QtGui/QTextBlock>
 #include <QtGui/QTextDocument>
 
 namespace {
@@ -138,6 +139,16 @@ private Q_SLOTS:
         const QString fullDisk = u"/dev/full"_s; // not on every system
         script.elements.last()->text.fill(u'a', 1 << 20);
         QVERIFY(!QFile::exists(fullDisk) || writer.writeFile(fullDisk, &script));
+    }
+
+    void manyTitlePageEntriesAreRendered()
+    {
+        // Qt lays a block out anew at each insertion into it: with one an entry this takes minutes.
+        constexpr int count = 100'000;
+        QTextDocument richText;
+        const QString text = u"Title: a\n"_s.repeated(count) + u'\n';
+        ZemFountain::parseText(text, &richText, nullptr, nullptr);
+        QCOMPARE(richText.firstBlock().text(), u"Title:a"_s.repeated(count));
     }
 
     void enormousLineParses()

@@ -24,16 +24,6 @@ private Q_SLOTS:
         QCOMPARE(QFnElement::toElementType(u"SectionHeading"_s), QFnElement::SectionHeading);
     }
 
-    void clearedElementIsNew()
-    {
-        QFnElement element = elementOf(u"Scene Heading|biuc|HOUSE"_s);
-        element.sceneNumber = u"1"_s;
-        element.sectionDepth = 2;
-        QCOMPARE(dump(element), u"Scene Heading|biuc|HOUSE|#1|depth 2"_s);
-        element.clear();
-        QCOMPARE(dump(element), u"Undefined||"_s);
-    }
-
     void documentOwnsItsElements()
     {
         QObject parent;

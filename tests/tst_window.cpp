@@ -7,7 +7,6 @@
 
 #include <QtCore/QMimeData>
 #include <QtCore/QTemporaryDir>
-#include <QtGui/QClipboard>
 #include <QtGui/QDropEvent>
 #include <QtGui/QTextBlock>
 #include <QtWidgets/QApplication>
@@ -79,23 +78,6 @@ private Q_SLOTS:
                  "Undefined||"_s);
     }
 
-    void textNeverLacksAKind()
-    {
-        open();
-        m_editor->undo();
-        QVERIFY(m_editor->document()->isEmpty() && !m_editor->document()->isUndoAvailable());
-        type(u"x"_s);
-        QCOMPARE(m_box->currentText(), u"Action"_s);
-        m_editor->undo();
-        m_editor->undo();
-        QVERIFY(m_editor->document()->isEmpty());
-        m_editor->redo();
-        QVERIFY(m_editor->document()->isRedoAvailable());
-        m_editor->redo();
-        choose(u"PageBreak"_s); // has no text of its own
-        QCOMPARE(m_box->currentText(), u"Action"_s);
-    }
-
     void kindIsOneStepOfUndo()
     {
         open();
@@ -105,26 +87,6 @@ private Q_SLOTS:
         QCOMPARE(m_editor->textCursor().block().blockFormat().leftMargin(), 96.0);
         m_editor->undo();
         QCOMPARE(m_editor->toHtml(), before);
-    }
-
-    void copyKeepsKinds()
-    {
-        open();
-        const QString before = m_editor->toHtml();
-        m_editor->selectAll();
-        m_editor->cut();
-        m_editor->paste();
-        QCOMPARE(m_editor->toPlainText().size(), QTextEdit(before).toPlainText().size());
-        QTextCursor cursor = m_editor->document()->find(u"So that's me."_s);
-        m_editor->setTextCursor(cursor);
-        QCOMPARE(m_box->currentText(), u"Dialogue"_s);
-        auto *foreign = new QMimeData;
-        foreign->setHtml(u"<ul><li>a<b>b</b></ul>"_s);
-        foreign->setText(u"ab"_s);
-        QApplication::clipboard()->setMimeData(foreign);
-        m_editor->paste();
-        QCOMPARE(m_editor->textCursor().block().text(), u"ab"_s);
-        QVERIFY(!m_editor->textCursor().currentList());
     }
 
     void scenesLeadToTheirHeadings()
