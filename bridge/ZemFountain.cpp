@@ -15,16 +15,39 @@
 #include <QtGui/QTextDocument>
 #include <QtGui/QTextFragment>
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
+/// Whether QTextCursor starts a new block somewhere in \a text.
+bool hasLineEnd(const QString &text)
+{
+    constexpr ushort lineEnds[] = {'\n', '\r', QChar::ParagraphSeparator, 0xfdd0, 0xfdd1};
+    return std::find_first_of(text.cbegin(), text.cend(), std::begin(lineEnds), std::end(lineEnds))
+           != text.cend();
+}
+
+/// One run of text, with nothing between a value and the next key: the title page is one block,
+/// unless an entry has line ends of its own.
 void renderTitlePage(const QHash<QString, QString> &titlePage, QTextCursor *cursor)
 {
     if (titlePage.isEmpty())
         return;
-    // One run of text, with nothing between a value and the next key: applications rely on the
-    // title page being one block, unless a value has line ends of its own.
-    for (auto entry = titlePage.cbegin(); entry != titlePage.cend(); ++entry)
-        cursor->insertText(entry.key() + QLatin1Char(':') + entry.value());
+    // Each insertion lays its block out anew, so that one for each entry would cost the square of
+    // their number. Undo takes entries without a line end as one step in any case.
+    QString entriesInLine;
+    for (auto entry = titlePage.cbegin(); entry != titlePage.cend(); ++entry) {
+        const QString text = entry.key() + QLatin1Char(':') + entry.value();
+        if (hasLineEnd(text)) {
+            cursor->insertText(entriesInLine);
+            entriesInLine.clear();
+            cursor->insertText(text);
+        } else {
+            entriesInLine += text;
+        }
+    }
+    cursor->insertText(entriesInLine);
     cursor->insertBlock();
 }
 
