@@ -51,6 +51,28 @@ void renderTitlePage(const QHash<QString, QString> &titlePage, QTextCursor *curs
     cursor->insertBlock();
 }
 
+/// The formats of a block and of its text.
+struct Formats
+{
+    QTextBlockFormat block;
+    QTextCharFormat text; ///< Never empty: a style sets the weight in any case.
+};
+
+Formats formatsOf(const QFnStyle &style, const ZEMScriptElement &record)
+{
+    Formats formats{style.toBlockFormat(), style.toTextFormat()};
+    if (!record.name.isEmpty()) {
+        formats.text.merge(record.charFormat);
+        formats.block.merge(record.blockFormat);
+    }
+    return formats;
+}
+
+bool isPlain(const QFnStyle &style)
+{
+    return !style.bold && !style.italic && !style.underline && style.alignment == Qt::AlignLeft;
+}
+
 void openBlock(const QTextDocument &document, const QTextBlockFormat &blockFormat,
                const QTextCharFormat &textFormat, QTextCursor *cursor)
 {
@@ -109,25 +131,28 @@ bool ZEMFountainDocumentRenderer::render(const QFnDocument &source, QTextDocumen
     cursor.movePosition(QTextCursor::End);
     renderTitlePage(source.titlePage, &cursor);
 
-    // A look-up copies a whole record, so it serves for as long as the type stays the same.
+    // A look-up copies a whole record, so it serves for as long as the type stays the same. And
+    // most of a script is plain: its formats are merged once for each type.
     ZEMScriptElement currentRecord;
+    QHash<int, Formats> plainFormats;
     for (const QFnElement *element : source.elements) {
-        QTextCharFormat textFormat = element->style.toTextFormat();
-        QTextBlockFormat blockFormat = element->style.toBlockFormat();
         const QString name = QFnElement::toString(element->type);
         if (name != currentRecord.name)
             currentRecord = ZEMScriptElement::find(scriptElements, name);
-        if (!currentRecord.name.isEmpty()) {
-            textFormat.merge(currentRecord.charFormat);
-            blockFormat.merge(currentRecord.blockFormat);
+        const bool plain = isPlain(element->style);
+        Formats formats = plain ? plainFormats.value(element->type) : Formats();
+        if (formats.text.isEmpty()) {
+            formats = formatsOf(element->style, currentRecord);
+            if (plain)
+                plainFormats.insert(element->type, formats);
         }
-        openBlock(*document, blockFormat, textFormat, &cursor);
+        openBlock(*document, formats.block, formats.text, &cursor);
         const bool parenthetical = element->type == QFnElement::Parenthetical;
         if (parenthetical)
-            cursor.insertText(QStringLiteral("("), textFormat);
-        cursor.insertText(element->text, textFormat);
+            cursor.insertText(QStringLiteral("("), formats.text);
+        cursor.insertText(element->text, formats.text);
         if (parenthetical)
-            cursor.insertText(QStringLiteral(")"), textFormat);
+            cursor.insertText(QStringLiteral(")"), formats.text);
     }
     return true;
 }
