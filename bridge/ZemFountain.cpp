@@ -28,14 +28,15 @@ bool hasLineEnd(const QString &text)
            != text.cend();
 }
 
-/// One run of text, with nothing between a value and the next key: the title page is one block,
-/// unless an entry has line ends of its own.
+/// Inserts all entries as one run of text, with nothing between a value and the next key: the title
+/// page is one block, unless an entry has line ends of its own.
 void renderTitlePage(const QHash<QString, QString> &titlePage, QTextCursor *cursor)
 {
     if (titlePage.isEmpty())
         return;
     // Each insertion lays its block out anew, so that one for each entry would cost the square of
-    // their number. Undo takes entries without a line end as one step in any case.
+    // their number. Several entries by one insertion give the same text, blocks and formats, and
+    // the same steps of undo: Qt joins insertions that follow each other in one block.
     QString entriesInLine;
     for (auto entry = titlePage.cbegin(); entry != titlePage.cend(); ++entry) {
         const QString text = entry.key() + QLatin1Char(':') + entry.value();
@@ -55,7 +56,7 @@ void renderTitlePage(const QHash<QString, QString> &titlePage, QTextCursor *curs
 struct Formats
 {
     QTextBlockFormat block;
-    QTextCharFormat text; ///< Never empty: a style sets the weight in any case.
+    QTextCharFormat text;
 };
 
 Formats formatsOf(const QFnStyle &style, const ZEMScriptElement &record)
@@ -66,11 +67,6 @@ Formats formatsOf(const QFnStyle &style, const ZEMScriptElement &record)
         formats.block.merge(record.blockFormat);
     }
     return formats;
-}
-
-bool isPlain(const QFnStyle &style)
-{
-    return !style.bold && !style.italic && !style.underline && style.alignment == Qt::AlignLeft;
 }
 
 void openBlock(const QTextDocument &document, const QTextBlockFormat &blockFormat,
@@ -131,21 +127,14 @@ bool ZEMFountainDocumentRenderer::render(const QFnDocument &source, QTextDocumen
     cursor.movePosition(QTextCursor::End);
     renderTitlePage(source.titlePage, &cursor);
 
-    // A look-up copies a whole record, so it serves for as long as the type stays the same. And
-    // most of a script is plain: its formats are merged once for each type.
+    // A look-up copies a whole record, so it serves for as long as its name is that of the type.
+    // Nothing made from a record outlives it: the next look-up may give another one.
     ZEMScriptElement currentRecord;
-    QHash<int, Formats> plainFormats;
     for (const QFnElement *element : source.elements) {
         const QString name = QFnElement::toString(element->type);
         if (name != currentRecord.name)
             currentRecord = ZEMScriptElement::find(scriptElements, name);
-        const bool plain = isPlain(element->style);
-        Formats formats = plain ? plainFormats.value(element->type) : Formats();
-        if (formats.text.isEmpty()) {
-            formats = formatsOf(element->style, currentRecord);
-            if (plain)
-                plainFormats.insert(element->type, formats);
-        }
+        const Formats formats = formatsOf(element->style, currentRecord);
         openBlock(*document, formats.block, formats.text, &cursor);
         const bool parenthetical = element->type == QFnElement::Parenthetical;
         if (parenthetical)
