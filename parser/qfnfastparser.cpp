@@ -3,6 +3,7 @@
 
 #include "parser/qfnfastparser.h"
 
+#include "model/literals_p.h"
 #include "model/qfndocument.h"
 #include "parser/qfntokens_p.h"
 
@@ -12,110 +13,124 @@
 
 namespace {
 
-constexpr QLatin1String draftKey("DRAFT");
+using Zem::Line;
+using Zem::Token;
+using Zem::operator""_L1;
+
+constexpr QLatin1String draftKey = "DRAFT"_L1;
 constexpr QLatin1String titlePageKeys[] = {
-    QLatin1String("TITLE"),  QLatin1String("CREDIT"),    QLatin1String("AUTHOR"),
-    QLatin1String("SOURCE"), QLatin1String("CONTACT"),   draftKey,
-    QLatin1String("NOTES"),  QLatin1String("COPYRIGHT"),
+    "TITLE"_L1,   "CREDIT"_L1, "AUTHOR"_L1, "SOURCE"_L1,
+    "CONTACT"_L1, draftKey,    "NOTES"_L1,  "COPYRIGHT"_L1,
 };
 
 constexpr QLatin1String sceneKeywords[] = {
-    QLatin1String("EXT"),      QLatin1String("INT"),     QLatin1String("EST"),
-    QLatin1String("INT./EXT"), QLatin1String("INT/EXT"), QLatin1String("I/E"),
+    "EXT"_L1, "INT"_L1, "EST"_L1, "INT./EXT"_L1, "INT/EXT"_L1, "I/E"_L1,
 };
 
-constexpr QLatin1String transitionEnd("TO:");
+constexpr QLatin1String transitionEnd = "TO:"_L1;
 
-struct StateType
+// The type of each state from InAction on, in the order of the states.
+constexpr QFnElement::Type stateTypes[] = {
+    QFnElement::Action,         QFnElement::Dialogue, QFnElement::SceneHeading,
+    QFnElement::SectionHeading, QFnElement::Synopsis, QFnElement::Transition,
+    QFnElement::Character,      QFnElement::Notes,    QFnElement::Parenthetical,
+    QFnElement::PageBreak,      QFnElement::General,
+};
+constexpr int firstState = QFnFastParser::InAction;
+static_assert(std::size(stateTypes) == QFnFastParser::InGeneral - firstState + 1,
+              "a type for every state but Idle");
+
+/// Whether the upper case of \a text is \a key. Each character has its own: no key holds letters
+/// that only a longer upper case, as that of a ligature, could give.
+bool equalsInUpperCase(QStringView text, QLatin1String key)
 {
-    QFnFastParser::ParserState state;
-    QFnElement::Type type;
-};
-
-constexpr StateType stateTypes[] = {
-    {QFnFastParser::InAction, QFnElement::Action},
-    {QFnFastParser::InDialogue, QFnElement::Dialogue},
-    {QFnFastParser::InSceneHeading, QFnElement::SceneHeading},
-    {QFnFastParser::InSectionHeading, QFnElement::SectionHeading},
-    {QFnFastParser::InSynopsis, QFnElement::Synopsis},
-    {QFnFastParser::InTransition, QFnElement::Transition},
-    {QFnFastParser::InCharacter, QFnElement::Character},
-    {QFnFastParser::InNotes, QFnElement::Notes},
-    {QFnFastParser::InParenthetical, QFnElement::Parenthetical},
-    {QFnFastParser::InPageBreak, QFnElement::PageBreak},
-    {QFnFastParser::InGeneral, QFnElement::General},
-};
-
-bool isTitlePageKeyToken(const QFnToken &token)
-{
-    // Every line is asked, so the length decides before the text is copied for its upper case. It
-    // may: where upper case makes several letters of one character, no key has them.
-    const bool fits =
-        std::any_of(std::begin(titlePageKeys), std::end(titlePageKeys),
-                    [&token](QLatin1String key) { return key.size() == token.text.size(); });
-    return fits && QFnFastParser::isTitlePageKey(token.text.toUpper());
+    return text.size() == key.size()
+           && std::equal(text.begin(), text.end(), key.begin(),
+                         [](QChar c, char k) { return c.toUpper() == QLatin1Char(k); });
 }
 
-/// The texts of the first \a count tokens, joined.
-QString joinedText(const QList<QFnToken> &tokens, int count)
+bool isTitlePageKeyToken(const Token &token)
 {
-    QString text;
-    appendTexts(tokens, count, &text);
-    return text;
+    return std::any_of(std::begin(titlePageKeys), std::end(titlePageKeys),
+                       [&](QLatin1String key) { return equalsInUpperCase(token.text(), key); });
+}
+
+bool isSceneKeyword(QStringView text)
+{
+    const auto matches = [text](QLatin1String keyword) {
+        return text.compare(keyword, Qt::CaseInsensitive) == 0;
+    };
+    if (std::any_of(std::begin(sceneKeywords), std::end(sceneKeywords), matches))
+        return true;
+    return text.size() >= 2 && text.at(0) == QLatin1Char('.') && text.at(1).isLetterOrNumber();
+}
+
+bool isSceneHeading(const Line &line)
+{
+    if (!isSceneKeyword(line.at(0).text()))
+        return false;
+    int index = isMark(line.at(1), '.') ? 2 : 1;
+    if (isMark(line.at(index), '/')) {
+        if (!isSceneKeyword(line.at(index + 1).text()))
+            return false;
+        index += isMark(line.at(index + 2), '.') ? 3 : 2;
+        return line.at(index).kind == QFnToken::Space;
+    }
+    const Token behind = line.at(index);
+    return behind.kind == QFnToken::Space || (behind.size > 0 && behind.start->isLetterOrNumber());
+}
+
+bool endsInTwoSpaces(const Line &line)
+{
+    return line.size() >= 2 && line.at(line.size() - 1).kind == QFnToken::Space
+           && line.at(line.size() - 2).kind == QFnToken::Space;
 }
 
 /// Whether the line equals its own upper case. A line without letters does.
-bool isUpperCase(const QList<QFnToken> &tokens)
+bool isUpperCase(const Line &line)
 {
-    const auto decides = [](QChar c) {
-        return c.unicode() > 127 || (c >= QLatin1Char('a') && c <= QLatin1Char('z'));
-    };
-    for (const QFnToken &token : tokens) {
-        const auto found = std::find_if(token.text.cbegin(), token.text.cend(), decides);
-        if (found == token.text.cend())
-            continue;
-        if (found->unicode() <= 127)
-            return false;
-        // Beyond plain letters special casing counts, and a surrogate reaches over what follows it,
-        // the next token too: only QString has the answer.
-        const QString text = joinedText(tokens, tokens.size());
-        return text == text.toUpper();
+    for (const Token &token : line) {
+        for (const QChar c : token.text()) {
+            if (c >= QLatin1Char('a') && c <= QLatin1Char('z'))
+                return false;
+            if (c.unicode() > 127) {
+                // Only QString knows the upper case of all letters. It needs the whole line: half
+                // of a surrogate pair has an effect on the character behind it.
+                const QString text = joinedText(line);
+                return text == text.toUpper();
+            }
+        }
     }
     return true;
 }
 
 /// Whether the line, but for emphasis marks at its end, ends as "CUT TO:" does.
-bool endsInTransition(const QList<QFnToken> &tokens)
+bool endsInTransition(Line line)
 {
-    const auto behindLast =
-        std::find_if_not(tokens.crbegin(), tokens.crend(), isEmphasisMark).base();
-    const int count = int(std::distance(tokens.cbegin(), behindLast));
-    return joinedText(tokens, count).endsWith(transitionEnd, Qt::CaseInsensitive);
+    while (!line.isEmpty() && isEmphasisMark(line.last()))
+        line.removeLast();
+    return joinedText(line).endsWith(transitionEnd, Qt::CaseInsensitive);
 }
 
 /// Takes off what made the line a scene heading: the forced "." or the keyword, and one dot or
 /// blank behind it.
-void removeSceneMark(QList<QFnToken> *tokens, int index)
+void removeSceneMark(int index, Line *line)
 {
-    tokens->removeAt(index);
-    if (index == tokens->size())
-        return;
-    const QFnToken &next = tokens->at(index);
+    line->removeAt(index);
+    const Token next = line->at(index);
     if (isMark(next, '.') || next.kind == QFnToken::Space)
-        tokens->removeAt(index);
+        line->removeAt(index);
 }
 
 } // namespace
 
 QFnFastParser::QFnFastParser(QObject *parent)
     : QObject(parent)
-    , document(nullptr)
+    , document(new QFnDocument(this))
     , position(-1)
     , tokenStart(-1)
     , state(Idle)
-{
-    document = new QFnDocument(this);
-}
+{}
 
 QFnFastParser::~QFnFastParser() = default;
 
@@ -133,13 +148,16 @@ bool QFnFastParser::parse(const QString &text)
 bool QFnFastParser::parseBuffer()
 {
     initParser();
-    QList<QFnToken> lineTokens;
+    // The memory of a line serves the next one. No view of the buffer outlives this call.
+    std::vector<Token> lineTokens;
     bool atBlockStart = true;
     while (currentToken.kind != QFnToken::EndOfInput) {
         const int passStart = position;
-        parseLine(&lineTokens, atBlockStart);
+        const QFnToken::Kind last = parseLine(&lineTokens, atBlockStart).kind;
         Q_ASSERT(position > passStart);
-        atBlockStart = currentToken.kind == QFnToken::NewLine;
+        atBlockStart = last == QFnToken::NewLine;
+        if (last == QFnToken::EndOfInput)
+            currentToken = {last, QString()};
     }
     // Stored whatever it holds: an open Action element has no other end than this one.
     appendCurrentElement();
@@ -153,56 +171,42 @@ void QFnFastParser::initParser()
     document->clear();
 }
 
-void QFnFastParser::parseLine(QList<QFnToken> *tokens, bool atBlockStart)
+/// Reads the next line, or what stands for one, and gives the token that the next pass looks at.
+Zem::Token QFnFastParser::parseLine(std::vector<Token> *lineTokens, bool atBlockStart)
 {
-    readToken();
-    if (isTitlePageKeyToken(currentToken))
-        return readTitlePageEntry();
-    if (currentToken.kind == QFnToken::PageBreakMark)
-        return makePageBreak();
-
-    readLine(tokens);
-    if (!tokens->isEmpty()) {
-        // The look-ahead stays the current token: the next pass tells by it how its line starts.
-        readToken();
-        dispatchLine(tokens, atBlockStart);
-        rewind();
-    } else if (state == InAction) {
-        currentElement.text += currentToken.text;
+    Token token = readToken();
+    if (isTitlePageKeyToken(token))
+        return readTitlePageEntry(token);
+    if (token.kind == QFnToken::PageBreakMark) {
+        changeParserState(InPageBreak);
+        currentElement.text = token.text().toString();
+        changeParserState(Idle);
+        return token;
     }
-}
-
-void QFnFastParser::readLine(QList<QFnToken> *tokens)
-{
-    removeFront(tokens, tokens->size());
-    while (currentToken.kind != QFnToken::NewLine && currentToken.kind != QFnToken::EndOfInput) {
-        tokens->append(currentToken);
-        readToken();
+    lineTokens->clear();
+    for (; token.kind != QFnToken::NewLine && token.kind != QFnToken::EndOfInput;
+         token = readToken())
+        lineTokens->push_back(token);
+    if (lineTokens->empty()) {
+        if (state == InAction)
+            currentElement.text.append(token.start, token.size);
+        return token;
     }
-}
-
-void QFnFastParser::rewind()
-{
+    // The token behind the line tells what the line is. The next pass reads it again, and tells by
+    // it whether its own line opens a block.
+    const Token lookAhead = readToken();
+    dispatchLine(Line(lineTokens), atBlockStart, lookAhead.kind == QFnToken::NewLine);
     position = tokenStart;
-}
-
-void QFnFastParser::makePageBreak()
-{
-    changeParserState(InPageBreak);
-    currentElement.text = currentToken.text;
-    changeParserState(Idle);
+    return lookAhead;
 }
 
 // What kind of line it is
 
-void QFnFastParser::dispatchLine(QList<QFnToken> *tokens, bool atBlockStart)
+void QFnFastParser::dispatchLine(Line line, bool atBlockStart, bool blankLineFollows)
 {
-    const bool blankLineFollows = currentToken.kind == QFnToken::NewLine;
-
-    const auto first = std::find_if_not(tokens->cbegin(), tokens->cend(), isEmphasisMark);
-    if (first == tokens->cend())
+    const Token *first = std::find_if_not(line.begin(), line.end(), Zem::isEmphasisMark);
+    if (first == line.end())
         return; // a line of emphasis marks alone gives nothing
-    const int firstIndex = int(std::distance(tokens->cbegin(), first));
 
     if (first->kind == QFnToken::PageBreakMark) {
         // Behind emphasis marks a page break is lost, but it still closes the open element.
@@ -210,48 +214,48 @@ void QFnFastParser::dispatchLine(QList<QFnToken> *tokens, bool atBlockStart)
         changeParserState(InPageBreak);
         return changeParserState(lineState);
     }
-    if (isMark(tokens->first(), '!')) {
-        tokens->removeFirst();
-        return parseActionLine(tokens, false);
+    if (isMark(line.first(), '!')) {
+        line.removeFirst();
+        return takeActionLine(line, false);
     }
-    if (isMark(tokens->first(), '>') && isMark(tokens->last(), '<')) {
-        tokens->removeFirst();
-        tokens->removeLast();
-        return parseActionLine(tokens, true);
+    if (isMark(line.first(), '>') && isMark(line.last(), '<')) {
+        line.removeFirst();
+        line.removeLast();
+        return takeActionLine(line, true);
     }
     if (!atBlockStart && state == InDialogue)
-        return parseDialogueLine(tokens);
+        return takeDialogueLine(line);
     if (!atBlockStart)
-        return parseActionLine(tokens, false);
+        return takeActionLine(line, false);
     if (blankLineFollows)
-        return dispatchOneLineBlock(tokens, firstIndex);
-    if (isUpperCase(*tokens) && !endsWithDblSpace(tokens))
-        return parseCharacter(tokens);
-    return parseActionLine(tokens, false);
+        return dispatchOneLineBlock(line, int(first - line.begin()));
+    if (isUpperCase(line) && !endsInTwoSpaces(line))
+        return takeCharacter(line);
+    return takeActionLine(line, false);
 }
 
-void QFnFastParser::dispatchOneLineBlock(QList<QFnToken> *tokens, int firstIndex)
+void QFnFastParser::dispatchOneLineBlock(Line line, int firstIndex)
 {
-    const QFnToken first = tokens->at(firstIndex);
-    if (first.text.startsWith(QLatin1Char('!')))
-        return parseActionLine(tokens, false);
+    const Token first = line.at(firstIndex);
+    if (first.text().startsWith(QLatin1Char('!')))
+        return takeActionLine(line, false);
     if (isMark(first, '>')) {
-        tokens->removeAt(firstIndex);
-        return parseTransitionLine(tokens);
+        line.removeAt(firstIndex);
+        return takeStyledLine(line, InTransition);
     }
     if (isMark(first, '=')) {
-        tokens->removeAt(firstIndex);
-        return parseSynopsis(tokens);
+        line.removeAt(firstIndex);
+        return takeStyledLine(line, InSynopsis);
     }
     if (isMark(first, '#'))
-        return parseSectionHeading(tokens);
-    if (isMark(first, '.') || isSceneHeadingLine(tokens)) {
-        removeSceneMark(tokens, firstIndex);
-        return parseSceneHeading(tokens);
+        return takeSectionHeading(line);
+    if (isMark(first, '.') || isSceneHeading(line)) {
+        removeSceneMark(firstIndex, &line);
+        return takeSceneHeading(line);
     }
-    if (isUpperCase(*tokens) && endsInTransition(*tokens))
-        return parseTransitionLine(tokens);
-    return parseActionLine(tokens, false);
+    if (isUpperCase(line) && endsInTransition(line))
+        return takeStyledLine(line, InTransition);
+    return takeActionLine(line, false);
 }
 
 bool QFnFastParser::isTitlePageKey(QString key)
@@ -262,38 +266,19 @@ bool QFnFastParser::isTitlePageKey(QString key)
 
 bool QFnFastParser::isSceneHeadingToken(const QString &text)
 {
-    const auto matches = [&text](QLatin1String keyword) {
-        return text.compare(keyword, Qt::CaseInsensitive) == 0;
-    };
-    if (std::any_of(std::begin(sceneKeywords), std::end(sceneKeywords), matches))
-        return true;
-    return text.size() >= 2 && text.at(0) == QLatin1Char('.') && text.at(1).isLetterOrNumber();
+    return isSceneKeyword(text);
 }
 
 bool QFnFastParser::isSceneHeadingLine(QList<QFnToken> *tokens)
 {
-    const QFnToken missing;
-    const auto at = [&](int index) { return tokens->value(index, missing); };
-
-    if (!isSceneHeadingToken(at(0).text))
-        return false;
-    int index = isMark(at(1), '.') ? 2 : 1;
-    if (isMark(at(index), '/')) {
-        if (!isSceneHeadingToken(at(index + 1).text))
-            return false;
-        index += isMark(at(index + 2), '.') ? 3 : 2;
-        return at(index).kind == QFnToken::Space;
-    }
-    const QFnToken behind = at(index);
-    return behind.kind == QFnToken::Space
-           || (!behind.text.isEmpty() && behind.text.at(0).isLetterOrNumber());
+    std::vector<Token> views = Zem::viewsOf(*tokens);
+    return isSceneHeading(Line(&views));
 }
 
 bool QFnFastParser::endsWithDblSpace(QList<QFnToken> *tokens) const
 {
-    const int size = tokens->size();
-    return size >= 2 && tokens->at(size - 1).kind == QFnToken::Space
-           && tokens->at(size - 2).kind == QFnToken::Space;
+    std::vector<Token> views = Zem::viewsOf(*tokens);
+    return endsInTwoSpaces(Line(&views));
 }
 
 // The element under construction
@@ -303,10 +288,8 @@ void QFnFastParser::changeParserState(QFnFastParser::ParserState newState)
     if (state != Idle && !currentElement.text.isEmpty())
         appendCurrentElement();
     state = newState;
-    const auto row = std::find_if(std::begin(stateTypes), std::end(stateTypes),
-                                  [newState](const StateType &r) { return r.state == newState; });
-    if (row != std::end(stateTypes))
-        currentElement.type = row->type;
+    if (newState >= firstState && newState <= InGeneral)
+        currentElement.type = stateTypes[newState - firstState];
 }
 
 void QFnFastParser::appendElement(QFnElement *element)
@@ -345,38 +328,42 @@ void QFnFastParser::appendTitlePageElement(QString key, QString value)
     QT_WARNING_POP
 }
 
-void QFnFastParser::readTitlePageEntry()
+/// Reads the entry that \a keyToken begins, and gives the token at which the line of the next pass
+/// has its end or its start.
+Zem::Token QFnFastParser::readTitlePageEntry(const Token &keyToken)
 {
-    QString key = currentToken.text;
-    if (key.toUpper() == draftKey) {
+    QString key = keyToken.text().toString();
+    if (equalsInUpperCase(key, draftKey)) {
         // "Draft date": the blank and the word belong to the key, whatever they are.
-        key += nextToken().text;
-        key += nextToken().text;
+        for (int i = 0; i < 2; ++i) {
+            const Token part = readToken();
+            key.append(part.start, part.size);
+        }
     }
-    readToken();
-    if (!isMark(currentToken, ':'))
-        return; // the key and this token are lost; the rest of the line is read as a line
+    Token token = readToken();
+    if (!isMark(token, ':'))
+        return token; // the key and this token are lost; the rest of the line is read as a line
 
     skipWhitespaces();
     QString value;
-    readToken();
-    while (currentToken.kind != QFnToken::EndOfInput) {
-        if (currentToken.kind == QFnToken::NewLine && titlePageValueEnds())
+    token = readToken();
+    while (token.kind != QFnToken::EndOfInput) {
+        if (token.kind == QFnToken::NewLine && titlePageValueEnds())
             break;
-        value += currentToken.text;
-        readToken();
+        value.append(token.start, token.size);
+        token = readToken();
     }
     appendTitlePageElement(key, value);
+    return token;
 }
 
+/// Whether the value of an entry ends with the line end that was just read: at a blank line, which
+/// is taken along, or in front of a key.
 bool QFnFastParser::titlePageValueEnds()
 {
-    const QFnToken lineEnd = currentToken;
-    readToken();
-    if (currentToken.kind == QFnToken::NewLine)
+    const Token next = readToken();
+    if (next.kind == QFnToken::NewLine)
         return true;
-    const bool keyFollows = isTitlePageKeyToken(currentToken);
-    currentToken = lineEnd;
-    rewind();
-    return keyFollows;
+    position = tokenStart;
+    return isTitlePageKeyToken(next);
 }

@@ -12,7 +12,14 @@
 #include <QtCore/QObject>
 #include <QtCore/QString>
 
+#include <vector>
+
 class QFnDocument;
+
+namespace Zem {
+class Line;
+struct Token;
+} // namespace Zem
 
 /// The smallest piece of Fountain text that the parser looks at. A plain value.
 ///
@@ -57,18 +64,18 @@ class ZEMFOUNTAIN_EXPORT QFnFastParser : public QObject
 public:
     /// What the element under construction is being built as. The numbers are fixed; 1 is not used.
     enum ParserState : int {
-        Idle = 0,
-        InAction = 2,
-        InDialogue = 3,
-        InSceneHeading = 4,
-        InSectionHeading = 5,
-        InSynopsis = 6,
-        InTransition = 7,
-        InCharacter = 8,
-        InNotes = 9,
-        InParenthetical = 10,
-        InPageBreak = 11,
-        InGeneral = 12
+        Idle = 0,       ///< Nothing in particular. Text that stands there waits for the next state.
+        InAction = 2,   ///< Action, over any number of lines.
+        InDialogue = 3, ///< A speech, from its cue to the next blank line.
+        InSceneHeading = 4,   ///< A scene heading. Ends with its line, as all below do.
+        InSectionHeading = 5, ///< A section heading.
+        InSynopsis = 6,       ///< A synopsis.
+        InTransition = 7,     ///< A transition.
+        InCharacter = 8,      ///< A cue.
+        InNotes = 9,          ///< A note, up to its closing mark.
+        InParenthetical = 10, ///< A parenthetical, up to its closing mark.
+        InPageBreak = 11,     ///< A page break.
+        InGeneral = 12        ///< A line that a caller hands to parseGeneralLine().
     };
 
     /// A parser with an empty document, owned by \a parent, which may be null.
@@ -213,28 +220,27 @@ public:
 private:
     Q_DISABLE_COPY(QFnFastParser)
 
-    void parseLine(QList<QFnToken> *tokens, bool atBlockStart);
-    void readLine(QList<QFnToken> *tokens);
-    void rewind();
-    void makePageBreak();
-    void readTitlePageEntry();
+    Zem::Token parseLine(std::vector<Zem::Token> *lineTokens, bool atBlockStart);
+    Zem::Token readTitlePageEntry(const Zem::Token &keyToken);
     bool titlePageValueEnds();
 
-    void dispatchLine(QList<QFnToken> *tokens, bool atBlockStart);
-    void dispatchOneLineBlock(QList<QFnToken> *tokens, int firstIndex);
+    void dispatchLine(Zem::Line line, bool atBlockStart, bool blankLineFollows);
+    void dispatchOneLineBlock(Zem::Line line, int firstIndex);
 
-    void readToken();
-    void setToken(QFnToken::Kind kind, QString text);
-    void readWord();
-    void readDots();
-    void readEqualsSigns();
+    Zem::Token readToken();
     void readBoneyard();
 
     void closeStretch();
-    void takePlainText(QList<QFnToken> *tokens);
-    void takeNote(QList<QFnToken> *tokens);
-    void takeParenthetical(QList<QFnToken> *tokens);
-    void parseStyledLine(QList<QFnToken> *tokens, ParserState lineState);
+    void takeText(Zem::Line line, Qt::Alignment alignment);
+    void takePlainText(Zem::Line *line);
+    void takeNote(Zem::Line *line);
+    void takeStyledLine(const Zem::Line &line, ParserState lineState);
+    void takeActionLine(const Zem::Line &line, bool centered);
+    void takeDialogueLine(Zem::Line line);
+    void takeParenthetical(Zem::Line *line);
+    void takeCharacter(const Zem::Line &line);
+    void takeSceneHeading(Zem::Line line);
+    void takeSectionHeading(Zem::Line line);
 };
 
 #endif

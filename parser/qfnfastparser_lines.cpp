@@ -3,43 +3,50 @@
 
 #include "parser/qfnfastparser.h"
 
+#include "model/literals_p.h"
 #include "parser/qfntokens_p.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace {
 
-constexpr QLatin1String continued("CONT'D");
-constexpr QLatin1String tabInAction("    ");
+using Zem::Line;
+using Zem::Token;
+using Zem::operator""_L1;
 
-/// Takes the emphasis marks at the front of the line off and toggles their flags in \a style.
-/// Whether there was any.
-bool toggleEmphasis(QList<QFnToken> *tokens, QFnStyle *style)
+constexpr QLatin1String continued = "CONT'D"_L1;
+constexpr QStringView continuedWritten = u"cont'd";
+constexpr QLatin1String tabInAction = "    "_L1;
+
+/// Takes the emphasis marks at the front of the line off and toggles their flags in \a style. Gives
+/// whether there was a mark.
+bool toggleEmphasis(Line *line, QFnStyle *style)
 {
-    bool toggled = false;
-    while (!tokens->isEmpty()) {
-        const EmphasisFlag flag = emphasisFlag(tokens->first());
-        if (!flag)
-            break;
+    const Token *start = line->begin();
+    for (; !line->isEmpty() && isEmphasisMark(line->first()); line->removeFirst()) {
+        const Zem::EmphasisFlag flag = emphasisFlag(line->first());
         style->*flag = !(style->*flag);
-        toggled = true;
-        tokens->removeFirst();
     }
-    return toggled;
+    return line->begin() != start;
 }
 
-/// Moves the text of the line up to the next \a mark behind \a text, and drops the mark.
-/// Whether there was one.
-bool takeTextUntil(char mark, QList<QFnToken> *tokens, QString *text)
+/// Moves the tokens in front of the first that \a isEnd accepts from the line to \a text, and drops
+/// that one. Gives whether there was one.
+template<typename Test>
+bool takeTextUntil(Test isEnd, Line *line, QString *text)
 {
-    const auto found = std::find_if(tokens->cbegin(), tokens->cend(),
-                                    [mark](const QFnToken &token) { return isMark(token, mark); });
-    const bool hasMark = found != tokens->cend();
-    takeTexts(tokens, int(std::distance(tokens->cbegin(), found)), text);
-    if (hasMark)
-        tokens->removeFirst();
-    return hasMark;
+    Token *end = std::find_if(line->begin(), line->end(), isEnd);
+    const bool found = end != line->end();
+    appendTexts(line->takeUntil(end), text);
+    if (found)
+        line->removeFirst();
+    return found;
+}
+
+/// The test for the token that is exactly \a mark.
+auto isExactly(char mark)
+{
+    return [mark](const Token &token) { return isMark(token, mark); };
 }
 
 /// Puts blanks for the tabs from index \a start on.
@@ -52,17 +59,80 @@ void expandTabs(int start, QString *text)
     *text += tail;
 }
 
-void dropSpacesAtEnd(QList<QFnToken> *tokens)
+void trimSpaces(Line *line)
 {
-    while (!tokens->isEmpty() && tokens->last().kind == QFnToken::Space)
-        tokens->removeLast();
+    line->removeSpacesInFront();
+    while (!line->isEmpty() && line->last().kind == QFnToken::Space)
+        line->removeLast();
+}
+
+/// Hands the line of a caller to \a step as views, and empties it.
+template<typename Step>
+void consume(QList<QFnToken> *tokens, Step step)
+{
+    std::vector<Token> views = Zem::viewsOf(*tokens);
+    step(Line(&views));
+    tokens->clear();
 }
 
 } // namespace
 
-void QFnFastParser::parseText(QList<QFnToken> *tokens, QFnToken *token, Qt::Alignment alignment)
+// The operations for callers
+
+void QFnFastParser::parseText(QList<QFnToken> *tokens, QFnToken *, Qt::Alignment alignment)
 {
-    Q_UNUSED(token)
+    consume(tokens, [=](Line line) { takeText(line, alignment); });
+}
+
+void QFnFastParser::parseNotes(QList<QFnToken> *tokens)
+{
+    consume(tokens, [this](Line line) { takeText(line, Qt::AlignLeft); });
+}
+
+void QFnFastParser::parseSynopsis(QList<QFnToken> *tokens)
+{
+    consume(tokens, [this](Line line) { takeStyledLine(line, InSynopsis); });
+}
+
+void QFnFastParser::parseGeneralLine(QList<QFnToken> *tokens)
+{
+    consume(tokens, [this](Line line) { takeStyledLine(line, InGeneral); });
+}
+
+void QFnFastParser::parseTransitionLine(QList<QFnToken> *tokens)
+{
+    consume(tokens, [this](Line line) { takeStyledLine(line, InTransition); });
+}
+
+void QFnFastParser::parseActionLine(QList<QFnToken> *tokens, bool centered)
+{
+    consume(tokens, [=](Line line) { takeActionLine(line, centered); });
+}
+
+void QFnFastParser::parseDialogueLine(QList<QFnToken> *tokens)
+{
+    consume(tokens, [this](Line line) { takeDialogueLine(line); });
+}
+
+void QFnFastParser::parseCharacter(QList<QFnToken> *tokens)
+{
+    consume(tokens, [this](Line line) { takeCharacter(line); });
+}
+
+void QFnFastParser::parseSceneHeading(QList<QFnToken> *tokens)
+{
+    consume(tokens, [this](Line line) { takeSceneHeading(line); });
+}
+
+void QFnFastParser::parseSectionHeading(QList<QFnToken> *tokens)
+{
+    consume(tokens, [this](Line line) { takeSectionHeading(line); });
+}
+
+// The one implementation, on views
+
+void QFnFastParser::takeText(Line line, Qt::Alignment alignment)
+{
     const QFnElement::Type lineType = currentElement.type;
     const ParserState lineState = state;
     QFnStyle style;
@@ -72,87 +142,59 @@ void QFnFastParser::parseText(QList<QFnToken> *tokens, QFnToken *token, Qt::Alig
         currentElement.style = style;
     };
 
-    if (alignment.testFlag(Qt::AlignHCenter) && state == InAction) {
-        skipWhitespaces(tokens);
-        dropSpacesAtEnd(tokens);
-    }
+    if (alignment.testFlag(Qt::AlignHCenter) && state == InAction)
+        trimSpaces(&line);
 
-    while (!tokens->isEmpty()) {
-        if (tokens->first().kind == QFnToken::OpenNote) {
-            takeNote(tokens);
+    while (!line.isEmpty()) {
+        if (line.first().kind == QFnToken::OpenNote) {
+            takeNote(&line);
             currentElement.type = lineType;
             // What stands behind a note goes on as what the line is. A note at its end leaves the
             // state Idle, so that a blank line adds nothing and the next line starts anew.
-            if (!tokens->isEmpty() && tokens->first().kind != QFnToken::OpenNote) {
+            if (!line.isEmpty() && line.first().kind != QFnToken::OpenNote) {
                 changeParserState(lineState);
                 startStretch();
             }
             continue;
         }
-        if (toggleEmphasis(tokens, &style)) {
+        if (toggleEmphasis(&line, &style)) {
             closeStretch();
             startStretch();
         }
-        if (!tokens->isEmpty())
-            takePlainText(tokens);
+        if (!line.isEmpty())
+            takePlainText(&line);
     }
 }
 
-void QFnFastParser::takePlainText(QList<QFnToken> *tokens)
+void QFnFastParser::takePlainText(Line *line)
 {
     // The first token is text whatever it is: behind a mark an opening note is.
-    const auto end = std::find_if(tokens->cbegin() + 1, tokens->cend(), [](const QFnToken &token) {
+    Token *end = std::find_if(line->begin() + 1, line->end(), [](const Token &token) {
         return token.kind == QFnToken::OpenNote || isEmphasisMark(token);
     });
-    const int count = int(std::distance(tokens->cbegin(), end));
-    const int start = currentElement.text.size();
-    takeTexts(tokens, count, &currentElement.text);
+    const int start = int(currentElement.text.size());
+    appendTexts(line->takeUntil(end), &currentElement.text);
     if (state == InAction)
         expandTabs(start, &currentElement.text);
 }
 
-void QFnFastParser::takeNote(QList<QFnToken> *tokens)
+void QFnFastParser::takeNote(Line *line)
 {
+    const auto isClose = [](const Token &token) { return token.kind == QFnToken::CloseNote; };
     changeParserState(InNotes);
-    tokens->removeFirst();
-    const auto close = std::find_if(tokens->cbegin(), tokens->cend(), [](const QFnToken &token) {
-        return token.kind == QFnToken::CloseNote;
-    });
-    const bool closed = close != tokens->cend();
-    takeTexts(tokens, int(std::distance(tokens->cbegin(), close)), &currentElement.text);
-    if (closed)
-        tokens->removeFirst();
+    line->removeFirst();
+    takeTextUntil(isClose, line, &currentElement.text);
     changeParserState(Idle);
 }
 
-void QFnFastParser::parseNotes(QList<QFnToken> *tokens)
-{
-    parseText(tokens, nullptr, Qt::AlignLeft);
-}
-
-void QFnFastParser::parseSynopsis(QList<QFnToken> *tokens)
-{
-    parseStyledLine(tokens, InSynopsis);
-}
-
-void QFnFastParser::parseGeneralLine(QList<QFnToken> *tokens)
-{
-    parseStyledLine(tokens, InGeneral);
-}
-
-void QFnFastParser::parseTransitionLine(QList<QFnToken> *tokens)
-{
-    parseStyledLine(tokens, InTransition);
-}
-
-void QFnFastParser::parseStyledLine(QList<QFnToken> *tokens, ParserState lineState)
+void QFnFastParser::takeStyledLine(const Line &line, ParserState lineState)
 {
     changeParserState(lineState);
-    parseText(tokens, nullptr, Qt::AlignLeft);
+    takeText(line, Qt::AlignLeft);
     changeParserState(Idle);
 }
 
-void QFnFastParser::parseActionLine(QList<QFnToken> *tokens, bool centered)
+void QFnFastParser::takeActionLine(const Line &line, bool centered)
 {
     const Qt::Alignment alignment = centered ? Qt::AlignHCenter : Qt::AlignLeft;
     if (state != InAction)
@@ -165,51 +207,51 @@ void QFnFastParser::parseActionLine(QList<QFnToken> *tokens, bool centered)
     }
     // The text of the last line is still open: this line goes right behind it, with nothing between
     // the two. The only line end in action is that of a blank line.
-    parseText(tokens, nullptr, alignment);
+    takeText(line, alignment);
 }
 
-void QFnFastParser::parseDialogueLine(QList<QFnToken> *tokens)
+void QFnFastParser::takeDialogueLine(Line line)
 {
     if (state != InDialogue)
         changeParserState(InDialogue);
-    while (!tokens->isEmpty()) {
-        if (takeTextUntil('(', tokens, &currentElement.text))
-            takeParenthetical(tokens);
+    while (!line.isEmpty()) {
+        if (takeTextUntil(isExactly('('), &line, &currentElement.text))
+            takeParenthetical(&line);
     }
     closeStretch();
 }
 
-void QFnFastParser::takeParenthetical(QList<QFnToken> *tokens)
+void QFnFastParser::takeParenthetical(Line *line)
 {
     changeParserState(InParenthetical);
-    takeTextUntil(')', tokens, &currentElement.text);
+    takeTextUntil(isExactly(')'), line, &currentElement.text);
     appendCurrentElement();
     changeParserState(InDialogue);
 }
 
-void QFnFastParser::parseCharacter(QList<QFnToken> *tokens)
+void QFnFastParser::takeCharacter(const Line &line)
 {
     changeParserState(InCharacter);
-    for (QFnToken &token : *tokens) {
-        if (token.text == continued)
-            token.text = token.text.toLower();
+    for (Token &token : line) {
+        if (token.text() == continued)
+            token.start = continuedWritten.data();
     }
-    takeTexts(tokens, tokens->size(), &currentElement.text);
+    appendTexts(line, &currentElement.text);
     currentElement.text = currentElement.text.trimmed();
     // Even without text: the line of one blank that a cue can be has a speech below it.
     appendCurrentElement();
     changeParserState(InDialogue);
 }
 
-void QFnFastParser::parseSceneHeading(QList<QFnToken> *tokens)
+void QFnFastParser::takeSceneHeading(Line line)
 {
     changeParserState(InSceneHeading);
-    if (!tokens->isEmpty()) {
-        skipWhitespaces(tokens);
+    if (!line.isEmpty()) {
+        line.removeSpacesInFront();
         QString sceneNumber;
-        while (!tokens->isEmpty()) {
-            if (takeTextUntil('#', tokens, &currentElement.text))
-                takeTextUntil('#', tokens, &sceneNumber);
+        while (!line.isEmpty()) {
+            if (takeTextUntil(isExactly('#'), &line, &currentElement.text))
+                takeTextUntil(isExactly('#'), &line, &sceneNumber);
         }
         currentElement.sceneNumber = sceneNumber;
     }
@@ -217,17 +259,17 @@ void QFnFastParser::parseSceneHeading(QList<QFnToken> *tokens)
     changeParserState(Idle);
 }
 
-void QFnFastParser::parseSectionHeading(QList<QFnToken> *tokens)
+void QFnFastParser::takeSectionHeading(Line line)
 {
     changeParserState(InSectionHeading);
     int depth = 0;
-    while (!tokens->isEmpty() && isMark(tokens->first(), '#')) {
-        tokens->removeFirst();
+    while (!line.isEmpty() && isMark(line.first(), '#')) {
+        line.removeFirst();
         ++depth;
     }
     // Stays for the next element if there is no text: only storing an element clears it.
     currentElement.sectionDepth = depth;
-    skipWhitespaces(tokens);
-    takeTexts(tokens, tokens->size(), &currentElement.text);
+    line.removeSpacesInFront();
+    appendTexts(line, &currentElement.text);
     changeParserState(Idle);
 }

@@ -3,47 +3,154 @@
 
 #include "parser/qfnfastparser.h"
 
-#include <utility>
+#include "parser/qfntokens_p.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
 
 namespace {
 
-constexpr ushort endOfInput = 65535;
+using Zem::Token;
 
-/// Whether the character at \a at ends the word in front of it. Some marks need two characters.
+constexpr char16_t endOfInput = 65535;
+
+/// One or two characters that are a token of their own.
+struct Mark
+{
+    char16_t first;
+    char16_t second; ///< 0: one character is the whole mark
+    QFnToken::Kind kind;
+    bool endsWord;     ///< else the mark counts at the start of a token only
+    QString (*text)(); ///< shared by all tokens that are given to callers
+
+    constexpr int size() const { return second == 0 ? 1 : 2; }
+};
+
+// What is no kind of token: the tokeniser goes on behind the comment.
+constexpr QFnToken::Kind boneyard = QFnToken::Kind(0);
+
+// Of marks that begin alike the longer one stands first, and they stand together.
+constexpr Mark marks[] = {
+    {'/', '*', boneyard, true, [] { return QString(); }},
+    {'[', '[', QFnToken::OpenNote, true, [] { return QStringLiteral("[["); }},
+    {']', ']', QFnToken::CloseNote, true, [] { return QStringLiteral("]]"); }},
+    {'*', '*', QFnToken::DoubleStar, true, [] { return QStringLiteral("**"); }},
+    {'*', 0, QFnToken::Word, true, [] { return QStringLiteral("*"); }},
+    {'\n', 0, QFnToken::NewLine, true, [] { return QStringLiteral("\n"); }},
+    {'\r', '\n', QFnToken::NewLine, true, [] { return QStringLiteral("\r\n"); }},
+    {'\t', 0, QFnToken::Space, true, [] { return QStringLiteral("\t"); }},
+    {' ', 0, QFnToken::Space, true, [] { return QStringLiteral(" "); }},
+    {'=', 0, QFnToken::Word, true, [] { return QStringLiteral("="); }},
+    {'.', 0, QFnToken::Word, true, [] { return QStringLiteral("."); }},
+    {'!', 0, QFnToken::Word, false, [] { return QStringLiteral("!"); }},
+    {'#', 0, QFnToken::Word, true, [] { return QStringLiteral("#"); }},
+    {':', 0, QFnToken::Word, true, [] { return QStringLiteral(":"); }},
+    {'^', 0, QFnToken::Word, true, [] { return QStringLiteral("^"); }},
+    {'(', 0, QFnToken::Word, true, [] { return QStringLiteral("("); }},
+    {')', 0, QFnToken::Word, true, [] { return QStringLiteral(")"); }},
+    {'>', 0, QFnToken::Word, true, [] { return QStringLiteral(">"); }},
+    {'<', 0, QFnToken::Word, true, [] { return QStringLiteral("<"); }},
+    {'_', 0, QFnToken::Word, true, [] { return QStringLiteral("_"); }},
+};
+
+// The text of a page-break mark, however long the run of "=" is.
+constexpr QChar pageBreak[] = {QLatin1Char('='), QLatin1Char('='), QLatin1Char('=')};
+
+/// For each ASCII character the first row of marks that begins with it, or the number of rows.
+constexpr std::array<unsigned char, 128> firstRows = [] {
+    std::array<unsigned char, 128> rows{};
+    for (auto &row : rows)
+        row = std::size(marks);
+    for (size_t i = std::size(marks); i-- > 0;)
+        rows[marks[i].first] = static_cast<unsigned char>(i);
+    return rows;
+}();
+
+/// The mark that stands at \a at, or null. \a end is the end of the text.
+const Mark *markAt(const QChar *at, const QChar *end)
+{
+    const char16_t first = at->unicode();
+    if (first >= firstRows.size())
+        return nullptr;
+    for (size_t row = firstRows[first]; row < std::size(marks) && marks[row].first == first;
+         ++row) {
+        const char16_t second = marks[row].second;
+        if (second == 0 || (at + 1 < end && at[1] == QChar(second)))
+            return &marks[row];
+    }
+    return nullptr;
+}
+
+/// Whether the character at \a at ends the word in front of it.
 bool endsWord(const QChar *at, const QChar *end)
 {
-    const auto isFollowedBy = [=](char mark) { return at + 1 < end && at[1] == QLatin1Char(mark); };
-    switch (at->unicode()) {
-    case endOfInput:
-    case '\n':
-    case '\t':
-    case ' ':
-    case '#':
-    case ':':
-    case '^':
-    case '(':
-    case ')':
-    case '>':
-    case '<':
-    case '.':
-    case '_':
-    case '*':
-    case '=':
-        return true;
-    case '/':
-        return isFollowedBy('*');
-    case '[':
-        return isFollowedBy('[');
-    case ']':
-        return isFollowedBy(']');
-    case '\r':
-        return isFollowedBy('\n');
-    default:
-        return false;
-    }
+    const Mark *mark = markAt(at, end);
+    return mark ? mark->endsWord : *at == QChar(endOfInput);
+}
+
+int wordLength(const QChar *start, const QChar *end)
+{
+    const QChar *at = start + 1;
+    while (at < end && !endsWord(at, end))
+        ++at;
+    return int(at - start);
+}
+
+/// How many characters from \a start on are the same as the one there.
+int runLength(const QChar *start, const QChar *end)
+{
+    return int(std::find_if(start, end, [start](QChar c) { return c != *start; }) - start);
+}
+
+/// The text of a token for a caller. Most tokens of a script are marks and blanks, whose text is
+/// shared and not made anew.
+QString ownText(const Token &token)
+{
+    if (token.kind == QFnToken::PageBreakMark)
+        return QStringLiteral("===");
+    const Mark *mark = token.size > 0 ? markAt(token.start, token.end()) : nullptr;
+    return mark && mark->size() == token.size ? mark->text() : token.text().toString();
 }
 
 } // namespace
+
+std::vector<Zem::Token> Zem::viewsOf(const QList<QFnToken> &tokens)
+{
+    std::vector<Token> views;
+    views.reserve(size_t(tokens.size()));
+    for (const QFnToken &token : tokens)
+        views.push_back({token.text.constData(), int(token.text.size()), token.kind});
+    return views;
+}
+
+void Zem::appendTexts(const Line &line, QString *text)
+{
+    // A new text gets the room that it needs, and that of the line end that a blank line below adds
+    // to action. One that grows line by line keeps to QString's own growth, or each line would copy
+    // all before it.
+    if (text->isEmpty() && !line.isEmpty()) {
+        int size = 2;
+        for (const Token &token : line)
+            size += token.size;
+        text->reserve(size);
+    }
+    // Tokens that are neighbours in the buffer, as nearly all are, go in as one piece.
+    for (const Token *token = line.begin(); token != line.end();) {
+        const QChar *start = token->start;
+        const QChar *end = token->end();
+        for (++token; token != line.end() && token->start == end; ++token)
+            end = token->end();
+        text->append(start, int(end - start));
+    }
+}
+
+QString Zem::joinedText(const Line &line)
+{
+    QString text;
+    appendTexts(line, &text);
+    return text;
+}
 
 QChar QFnFastParser::getch()
 {
@@ -76,115 +183,42 @@ void QFnFastParser::skipWhitespaces(QList<QFnToken> *tokens)
 
 QFnToken QFnFastParser::nextToken()
 {
-    readToken();
+    const Token token = readToken();
+    currentToken.kind = token.kind;
+    currentToken.text = ownText(token);
     return currentToken;
 }
 
-void QFnFastParser::readToken()
+Zem::Token QFnFastParser::readToken()
 {
     tokenStart = position;
     for (;;) {
-        const ushort character = getch().unicode();
-        switch (character) {
-        case endOfInput:
-            return setToken(QFnToken::EndOfInput, QString());
-        case '/':
-            if (nextChar() != QLatin1Char('*'))
-                return readWord();
+        if (getch() == QChar(endOfInput))
+            return {nullptr, 0, QFnToken::EndOfInput};
+        const QChar *start = buffer.constData() + position;
+        const QChar *end = buffer.constData() + buffer.size();
+        const auto take = [this, start](QFnToken::Kind kind, int size) {
+            position += size - 1;
+            return Token{start, size, kind};
+        };
+        const Mark *mark = markAt(start, end);
+        if (!mark)
+            return take(QFnToken::Word, wordLength(start, end));
+        if (mark->kind == boneyard) {
             readBoneyard();
             continue;
-        case '[':
-            if (nextChar() != QLatin1Char('['))
-                return readWord();
-            ++position;
-            return setToken(QFnToken::OpenNote, QStringLiteral("[["));
-        case ']':
-            if (nextChar() != QLatin1Char(']'))
-                return readWord();
-            ++position;
-            return setToken(QFnToken::CloseNote, QStringLiteral("]]"));
-        case '*':
-            if (nextChar() != QLatin1Char('*'))
-                return setToken(QFnToken::Word, QStringLiteral("*"));
-            ++position;
-            return setToken(QFnToken::DoubleStar, QStringLiteral("**"));
-        case '\n':
-            return setToken(QFnToken::NewLine, QStringLiteral("\n"));
-        case '\r':
-            if (nextChar() != QLatin1Char('\n'))
-                return readWord();
-            ++position;
-            return setToken(QFnToken::NewLine, QStringLiteral("\r\n"));
-        case '\t':
-            return setToken(QFnToken::Space, QStringLiteral("\t"));
-        case ' ':
-            return setToken(QFnToken::Space, QStringLiteral(" "));
-        case '=':
-            return readEqualsSigns();
-        case '.':
-            return readDots();
-        // A literal for each mark: its text is then shared by all its tokens, and most tokens of a
-        // script are marks and blanks.
-        case '!':
-            return setToken(QFnToken::Word, QStringLiteral("!"));
-        case '#':
-            return setToken(QFnToken::Word, QStringLiteral("#"));
-        case ':':
-            return setToken(QFnToken::Word, QStringLiteral(":"));
-        case '^':
-            return setToken(QFnToken::Word, QStringLiteral("^"));
-        case '(':
-            return setToken(QFnToken::Word, QStringLiteral("("));
-        case ')':
-            return setToken(QFnToken::Word, QStringLiteral(")"));
-        case '>':
-            return setToken(QFnToken::Word, QStringLiteral(">"));
-        case '<':
-            return setToken(QFnToken::Word, QStringLiteral("<"));
-        case '_':
-            return setToken(QFnToken::Word, QStringLiteral("_"));
-        default:
-            return readWord();
         }
+        if (mark->first == '.')
+            return take(QFnToken::Word, runLength(start, end));
+        if (mark->first == '=') {
+            const int length = runLength(start, end);
+            if (length >= int(std::size(pageBreak))) {
+                position += length - 1;
+                return {pageBreak, int(std::size(pageBreak)), QFnToken::PageBreakMark};
+            }
+        }
+        return take(mark->kind, mark->size());
     }
-}
-
-void QFnFastParser::setToken(QFnToken::Kind kind, QString text)
-{
-    currentToken.kind = kind;
-    currentToken.text = std::move(text);
-}
-
-void QFnFastParser::readWord()
-{
-    const int start = position;
-    const int size = buffer.size();
-    const QChar *characters = buffer.constData();
-    int end = start + 1;
-    while (end < size && !endsWord(characters + end, characters + size))
-        ++end;
-    position = end - 1;
-    setToken(QFnToken::Word, QString(characters + start, end - start));
-}
-
-void QFnFastParser::readDots()
-{
-    const int start = position;
-    while (nextChar() == QLatin1Char('.'))
-        ++position;
-    setToken(QFnToken::Word, buffer.mid(start, position - start + 1));
-}
-
-void QFnFastParser::readEqualsSigns()
-{
-    constexpr int pageBreakLength = 3;
-    const int start = position;
-    while (nextChar() == QLatin1Char('='))
-        ++position;
-    if (position - start + 1 >= pageBreakLength)
-        return setToken(QFnToken::PageBreakMark, QStringLiteral("==="));
-    position = start;
-    setToken(QFnToken::Word, QStringLiteral("="));
 }
 
 void QFnFastParser::readBoneyard()
