@@ -6,7 +6,10 @@
 //
 // zembench EXAMPLE [Google Benchmark's options]   measures times
 // zembench --peak ROAD                            prints the bytes a character that it takes
+// zembench --allocations EXAMPLE                  prints the heap allocations of a parse for a
+// token
 
+#include "allocations.h"
 #include "bridge/ZemFountain.h"
 #include "model/qfndocument.h"
 #include "model/qfnelement.h"
@@ -265,6 +268,36 @@ int printPeak(const QString &road)
     return 0;
 }
 
+/// How many times a parse of \a text asks for memory, for each token of the text.
+double allocationsForToken(const QString &text)
+{
+    QFnFastParser tokens(nullptr);
+    tokens.buffer = text;
+    int count = 0;
+    while (tokens.nextToken().kind != QFnToken::EndOfInput)
+        ++count;
+    QFnFastParser parser(nullptr);
+    const long before = allocationCount();
+    parser.parse(text);
+    return double(allocationCount() - before) / count;
+}
+
+QString readFile(const QString &path)
+{
+    QFile file(path);
+    file.open(QIODevice::ReadOnly);
+    return QString::fromUtf8(file.readAll());
+}
+
+int printAllocations(const QString &path)
+{
+    std::printf("%.2f for the example, %.2f for 512 Ki, %.2f for 4 Mi\n",
+                allocationsForToken(readFile(path)),
+                allocationsForToken(generatedScript(512 << 10)),
+                allocationsForToken(generatedScript(4 << 20)));
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -275,9 +308,9 @@ int main(int argc, char *argv[])
     const QStringList arguments = application.arguments();
     if (arguments.value(1) == QLatin1String("--peak"))
         return printPeak(arguments.value(2));
-    QFile file(arguments.value(1));
-    file.open(QIODevice::ReadOnly);
-    const QString example = QString::fromUtf8(file.readAll());
+    if (arguments.value(1) == QLatin1String("--allocations"))
+        return printAllocations(arguments.value(2));
+    const QString example = readFile(arguments.value(1));
     for (const Case &which : cases)
         registerCase(which, example);
     benchmark::RunSpecifiedBenchmarks();
