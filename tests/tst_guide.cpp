@@ -1,0 +1,219 @@
+// SPDX-FileCopyrightText: 2026 The ZemFountain authors
+// SPDX-License-Identifier: MIT
+
+// The pieces of code that docs/developers.md shows, at work. What is changed here is changed there.
+
+#include "bridge/ZemFountain.h"
+#include "parser/qfnfastparser.h"
+#include "writer/qfnwriter.h"
+
+#include "dump.h"
+
+#include <QtCore/QBuffer>
+#include <QtCore/QSaveFile>
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QThread>
+#include <QtGui/QTextBlock>
+#include <QtGui/QTextCursor>
+#include <QtGui/QTextDocument>
+
+#include <csignal>
+#include <memory>
+#include <vector>
+
+#include <sys/resource.h>
+
+namespace {
+
+const QString sample =
+    u"INT. SEA\n\nx y\n\nMARA\n(softly)\nIt burns.\nIt does.\n\n# One\n\n= She leaves.\n\n"
+    "z w [[why?]]\n\nCUT TO:\n\n===\nThe end.\n"_s;
+
+ZEMScriptElement record(const QString &name, qreal leftMargin)
+{
+    ZEMScriptElement record;
+    record.name = name;
+    record.blockFormat.setLeftMargin(leftMargin);
+    return record;
+}
+
+QList<ZEMScriptElement> paragraphKinds()
+{
+    return {record(u"Action"_s, 1),    record(u"SceneHeading"_s, 2), record(u"Scene Heading"_s, 2),
+            record(u"Character"_s, 3), record(u"Dialogue"_s, 4),     record(u"Parenthetical"_s, 5)};
+}
+
+void mendWeights(QTextDocument *document)
+{
+    QTextCharFormat normal;
+    normal.setFontWeight(QFont::Normal);
+    for (QTextBlock block = document->begin(); block.isValid(); block = block.next()) {
+        QTextCursor text(block);
+        text.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+        if (block.charFormat().fontWeight() == 0) {
+            text.mergeCharFormat(normal);
+            text.mergeBlockCharFormat(normal);
+        }
+    }
+}
+
+void layOut(QFnDocument *script)
+{
+    const QList<QFnElement *> elements = std::exchange(script->elements, {});
+    const auto addEmpty = [script](int count) {
+        for (int i = 0; i < count; ++i)
+            script->elements.append(new QFnElement);
+    };
+    for (QFnElement *element : elements) {
+        const bool goesOnInLine =
+            element->type == QFnElement::SectionHeading || element->type == QFnElement::Synopsis
+            || element->type == QFnElement::Transition || element->type == QFnElement::Notes;
+        if (element->text.isEmpty()) {
+            delete element;
+        } else {
+            addEmpty(goesOnInLine ? 2 : 1);
+            script->elements.append(element);
+        }
+    }
+    addEmpty(2);
+}
+
+bool save(const QString &path, const QTextDocument &document,
+          const QList<ZEMScriptElement> &paragraphKinds)
+{
+    QFnDocument model(nullptr);
+    ZemFountain::toFountainDocument(document, paragraphKinds, &model, nullptr);
+    layOut(&model);
+    QBuffer bytes;
+    bytes.open(QIODevice::WriteOnly);
+    QFnWriter(&bytes).write(&model);
+
+    QSaveFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes.data()) == bytes.size()
+           && file.flush() && file.commit();
+}
+
+QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    file.open(QIODevice::ReadOnly);
+    return file.readAll();
+}
+
+/// The elements that have text.
+QString textsOf(const QFnDocument &document)
+{
+    QStringList lines;
+    for (const QFnElement *element : document.elements) {
+        if (!element->text.isEmpty())
+            lines += dump(*element);
+    }
+    return lines.join(u'\n');
+}
+
+} // namespace
+
+class GuideTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void weightsAreMended()
+    {
+        QTextDocument document;
+        ZemFountain::parseText(u"a **b** c\n\n.d\n\n"_s, &document, nullptr, nullptr);
+        QCOMPARE(document.firstBlock().charFormat().fontWeight(), 0);
+        mendWeights(&document);
+        QStringList weights;
+        for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+            const QTextCharFormat inText = QTextCursor(block).charFormat();
+            const int weight = block.charFormat().fontWeight();
+            weights += weight == QFont::Normal ? u"normal"_s : u"bold"_s;
+            QVERIFY(block.length() == 1
+                    || block.begin().fragment().charFormat().fontWeight() == weight);
+        }
+        QCOMPARE(weights.join(u' '), u"normal bold normal normal normal"_s);
+    }
+
+    void recordsForBothRoads()
+    {
+        QList<ZEMScriptElement> kinds = paragraphKinds();
+        QTextDocument document;
+        ZemFountain::parseText(u"INT. SEA\n\nx y\n"_s, &document, &kinds, nullptr);
+        const auto typesFound = [&document](const QList<ZEMScriptElement> &list) {
+            QFnDocument model(nullptr);
+            ZemFountain::toFountainDocument(document, list, &model, nullptr);
+            return QList<int>{model.elements.first()->type, model.elements.last()->type};
+        };
+        QCOMPARE(typesFound(kinds), (QList<int>{QFnElement::SceneHeading, QFnElement::Action}));
+        kinds.swapItemsAt(1, 2);            // The name with a blank is found first,
+        kinds.first() = ZEMScriptElement(); // and a record without a property never is.
+        kinds.first().name = u"Action"_s;
+        QCOMPARE(typesFound(kinds), (QList<int>{QFnElement::Undefined, QFnElement::Undefined}));
+    }
+
+    void laidOutScriptComesBack()
+    {
+        QFnFastParser out(nullptr);
+        out.parse(sample);
+        const QString before = textsOf(*out.document);
+        layOut(out.document);
+        QBuffer file;
+        file.open(QIODevice::WriteOnly);
+        QFnWriter(&file).write(out.document);
+        QFnFastParser back(nullptr);
+        back.parse(QString::fromUtf8(file.data()));
+        QCOMPARE(textsOf(*back.document).replace(u"||.SEA"_s, u"||SEA"_s), before);
+    }
+
+    void failedSaveLeavesTheFile()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"script.fountain"_s);
+        QList<ZEMScriptElement> kinds = paragraphKinds();
+        QTextDocument document;
+        ZemFountain::parseText(sample, &document, &kinds, nullptr);
+        QVERIFY(save(path, document, kinds));
+        const QByteArray saved = contents(path);
+        QVERIFY(saved.contains("\n\nMARA\n(softly)\nIt burns."));
+
+        // A limit on the size of files fails as a full disk does.
+        ZemFountain::parseText(u"x y "_s.repeated(5000), &document, &kinds, nullptr);
+        rlimit limit;
+        getrlimit(RLIMIT_FSIZE, &limit);
+        const rlimit small = {10000, limit.rlim_max};
+        std::signal(SIGXFSZ, SIG_IGN);
+        setrlimit(RLIMIT_FSIZE, &small);
+        const bool done = save(path, document, kinds);
+        setrlimit(RLIMIT_FSIZE, &limit);
+        QVERIFY(!done);
+        QCOMPARE(contents(path), saved);
+    }
+
+    void parseInAThreadOfItsOwn()
+    {
+        // Several at once, so that a checker of races has something to look at.
+        std::vector<std::unique_ptr<QFnFastParser>> parsers;
+        std::vector<std::unique_ptr<QThread>> threads;
+        for (int i = 0; i < 4; ++i) {
+            parsers.push_back(std::make_unique<QFnFastParser>(nullptr));
+            QFnFastParser *parser = parsers.back().get();
+            threads.emplace_back(QThread::create([parser] { parser->parse(sample.repeated(50)); }));
+            threads.back()->start();
+        }
+        for (const auto &thread : threads)
+            thread->wait();
+        ZEMFountainDocumentRenderer renderer;
+        renderer.scriptElements = paragraphKinds();
+        QTextDocument first;
+        QVERIFY(renderer.render(*parsers.front()->document, &first));
+        for (const auto &parser : parsers) {
+            QTextDocument document;
+            renderer.render(*parser->document, &document);
+            QCOMPARE(document.toPlainText(), first.toPlainText());
+        }
+    }
+};
+
+QTEST_MAIN(GuideTest)
+#include "tst_guide.moc"
