@@ -50,7 +50,7 @@ public:
     /// formats are in the block already: merging blockFormat into the block's format and charFormat
     /// into the block's character format would change neither. Of several such records the one with
     /// the most properties is given, of equals the first in the list. A default record, with an
-    /// empty name, when the block belongs to none.
+    /// empty name, when the block belongs to none. So a record without any property is never found.
     static ZEMScriptElement find(const QList<ZEMScriptElement> &scriptElements,
                                  const QTextBlock &block);
 

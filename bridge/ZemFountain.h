@@ -32,15 +32,18 @@ public:
     bool render(const QFnDocument &source, QTextDocument *document);
 
     /// The kinds of paragraph of the application, looked up by QFnElement::toString() of a type:
-    /// "Scene Heading" and "Section Heading" have a blank here. Only read. Empty: no formats are
-    /// merged.
+    /// "Scene Heading" and "Section Heading" have a blank here, and none on the way back, so that
+    /// each of the two needs two records with equal formats, the one without the blank first in the
+    /// list. Only read. Empty: no formats are merged.
     QList<ZEMScriptElement> scriptElements;
 };
 
 /// Fountain text to and from rich text, whose blocks belong to kinds of paragraph.
 ///
 /// The two roads are no mirror images: what parseText() imported and writeFile() exported does not
-/// read back as the same elements. Calls keep no state and run on the caller's thread.
+/// read back as the same elements, unless the application lays out empty elements in between, one
+/// in front of each element with text, two in front of a section, synopsis, transition or note, and
+/// two at the end. Calls keep no state and run on the caller's thread.
 namespace ZemFountain {
 
 /// Parses the Fountain \a text and adds it to \a document, as ZEMFountainDocumentRenderer::render()
@@ -67,7 +70,9 @@ ZEMFOUNTAIN_EXPORT bool toFountainDocument(const QTextDocument &document,
 /// has neither emphasis nor blank lines of its own.
 ///
 /// False when the file can't be opened. \a error may be null; otherwise it receives the reason, and
-/// on success an empty string. A write that fails on the open file is not noticed.
+/// on success an empty string. A write that fails on the open file is not noticed: to save safely,
+/// take the two steps of this operation, toFountainDocument() and QFnWriter::write(), into a buffer
+/// and give its bytes to a QSaveFile.
 ZEMFOUNTAIN_EXPORT bool writeFile(const QString &path, const QTextDocument &document,
                                   const QList<ZEMScriptElement> &scriptElements, QString *error);
 

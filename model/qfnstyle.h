@@ -21,9 +21,11 @@ public:
     /// Plain text, aligned to the left.
     QFnStyle();
 
-    /// A new character format with this emphasis. The weight is always set: QFont::Bold (75), or 0,
-    /// which a character format reads as QFont::Normal. Italics and the single underline are set
-    /// only when on, so that merging the format never takes emphasis away but for the weight.
+    /// A new character format with this emphasis. The weight is always set: QFont::Bold, or 0,
+    /// which QTextCharFormat::fontWeight() gives back as it is and for which the thinnest face is
+    /// drawn. An application that shows the text gives such text the weight QFont::Normal
+    /// afterwards. Italics and the single underline are set only when on, so that merging the
+    /// format never takes emphasis away but for the weight.
     QTextCharFormat toTextFormat() const;
 
     /// A new block format with this alignment and nothing else.
