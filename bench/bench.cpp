@@ -9,14 +9,12 @@
 // zembench --allocations EXAMPLE                  prints the heap allocations of a parse for a
 // token
 
-#include "allocations.h"
+#include "bench/script.h"
 #include "bridge/ZemFountain.h"
 #include "model/qfndocument.h"
 #include "model/qfnelement.h"
 #include "parser/qfnfastparser.h"
 
-#include <QtCore/QFile>
-#include <QtCore/QMap>
 #include <QtCore/QTemporaryFile>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QTextBlock>
@@ -34,34 +32,6 @@
 #include <sys/resource.h>
 
 namespace {
-
-/// A script of at least \a length characters, in the proportions of real ones: of 100 lines, 39 are
-/// blank, 18 cues, 18 dialogue, 17 action and 4 headings; then emphasis, a note and a transition.
-QString generatedScript(int length)
-{
-    const QMap<char, QString> pieces = {
-        {'H', QStringLiteral("INT. LIGHTHOUSE - DAY\n")},
-        {'a', QStringLiteral("She crosses to the window and listens, for a while, to the sea.\n")},
-        {'b',
-         QStringLiteral("The lamp turns. Nobody has told her what the light is for, or who pays "
-                        "for the oil that it burns.\n")},
-        {'s', QStringLiteral("MARTHA\nYou never asked me that before... did you?\n")},
-        {'t', QStringLiteral("THE KEEPER\nNo.\n")},
-        {'u',
-         QStringLiteral("MARTHA (V.O.)\nThen ask me again when the boat is in, and not now.\n")},
-        {'E', QStringLiteral("It is **not** what *he* said.\n")},
-        {'N', QStringLiteral("[[Ask about this.]]\n")},
-        {'T', QStringLiteral("CUT TO:\n")},
-        {'.', QStringLiteral("\n")},
-    };
-    static const char page[] = "H.a.s.u.b.t.ab.s.a.u.s.E.H.s.a.t.ab.s.b.u.t.N."
-                               "H.s.a.u.ab.t.a.s.E.H.u.ab.t.b.s.a.T.";
-    QString script;
-    script.reserve(length + 256);
-    for (size_t i = 0; script.size() < length; ++i)
-        script += pieces.value(page[i % (sizeof(page) - 1)]);
-    return script;
-}
 
 /// Twelve kinds of paragraph, as an application has them.
 QList<ZEMScriptElement> records()
@@ -268,36 +238,6 @@ int printPeak(const QString &road)
     return 0;
 }
 
-/// How many times a parse of \a text asks for memory, for each token of the text.
-double allocationsForToken(const QString &text)
-{
-    QFnFastParser tokens(nullptr);
-    tokens.buffer = text;
-    int count = 0;
-    while (tokens.nextToken().kind != QFnToken::EndOfInput)
-        ++count;
-    QFnFastParser parser(nullptr);
-    const long before = allocationCount();
-    parser.parse(text);
-    return double(allocationCount() - before) / count;
-}
-
-QString readFile(const QString &path)
-{
-    QFile file(path);
-    file.open(QIODevice::ReadOnly);
-    return QString::fromUtf8(file.readAll());
-}
-
-int printAllocations(const QString &path)
-{
-    std::printf("%.2f for the example, %.2f for 512 Ki, %.2f for 4 Mi\n",
-                allocationsForToken(readFile(path)),
-                allocationsForToken(generatedScript(512 << 10)),
-                allocationsForToken(generatedScript(4 << 20)));
-    return 0;
-}
-
 } // namespace
 
 int main(int argc, char *argv[])
@@ -308,8 +248,6 @@ int main(int argc, char *argv[])
     const QStringList arguments = application.arguments();
     if (arguments.value(1) == QLatin1String("--peak"))
         return printPeak(arguments.value(2));
-    if (arguments.value(1) == QLatin1String("--allocations"))
-        return printAllocations(arguments.value(2));
     const QString example = readFile(arguments.value(1));
     for (const Case &which : cases)
         registerCase(which, example);

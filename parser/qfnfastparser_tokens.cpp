@@ -57,27 +57,25 @@ constexpr Mark marks[] = {
 // The text of a page-break mark, however long the run of "=" is.
 constexpr QChar pageBreak[] = {QLatin1Char('='), QLatin1Char('='), QLatin1Char('=')};
 
-/// For each ASCII character the first row of marks that begins with it, or the number of rows.
+/// For each ASCII character the number of the first row of marks that begins with it, counted from
+/// 1, and 0 for a character that begins none.
 constexpr std::array<unsigned char, 128> firstRows = [] {
     std::array<unsigned char, 128> rows{};
-    for (auto &row : rows)
-        row = std::size(marks);
-    for (size_t i = std::size(marks); i-- > 0;)
-        rows[marks[i].first] = static_cast<unsigned char>(i);
+    for (size_t i = std::size(marks); i > 0; --i)
+        rows[marks[i - 1].first] = static_cast<unsigned char>(i);
     return rows;
 }();
 
 /// The mark that stands at \a at, or null. \a end is the end of the text.
-const Mark *markAt(const QChar *at, const QChar *end)
+inline const Mark *markAt(const QChar *at, const QChar *end)
 {
     const char16_t first = at->unicode();
-    if (first >= firstRows.size())
+    if (first >= firstRows.size() || firstRows[first] == 0)
         return nullptr;
-    for (size_t row = firstRows[first]; row < std::size(marks) && marks[row].first == first;
-         ++row) {
-        const char16_t second = marks[row].second;
-        if (second == 0 || (at + 1 < end && at[1] == QChar(second)))
-            return &marks[row];
+    const Mark *mark = marks + firstRows[first] - 1;
+    for (; mark != std::end(marks) && mark->first == first; ++mark) {
+        if (mark->second == 0 || (at + 1 < end && at[1] == QChar(mark->second)))
+            return mark;
     }
     return nullptr;
 }
@@ -109,8 +107,9 @@ QString ownText(const Token &token)
 {
     if (token.kind == QFnToken::PageBreakMark)
         return QStringLiteral("===");
-    const Mark *mark = token.size > 0 ? markAt(token.start, token.end()) : nullptr;
-    return mark && mark->size() == token.size ? mark->text() : token.text().toString();
+    const bool mayBeMark = token.size == 1 || token.size == 2;
+    const Mark *mark = mayBeMark ? markAt(token.start, token.end()) : nullptr;
+    return mark && mark->size() == token.size ? mark->text() : QString(token.start, token.size);
 }
 
 } // namespace
