@@ -56,15 +56,9 @@ ZEMScriptElement ZEMScriptElement::find(const QList<ZEMScriptElement> &scriptEle
 {
     const QTextBlockFormat blockFormat = block.blockFormat();
     const QTextCharFormat charFormat = block.charFormat();
-    const qreal leftMargin = blockFormat.leftMargin();
     const ZEMScriptElement *best = nullptr;
     int bestCount = 0;
     for (const ZEMScriptElement &record : scriptElements) {
-        // Most kinds of paragraph have a left margin of their own. A glance at it rejects them
-        // before anything is copied.
-        if (record.blockFormat.leftMargin() != leftMargin
-            && record.blockFormat.hasProperty(QTextFormat::BlockLeftMargin))
-            continue;
         const int count = propertyCount(record);
         if (count > bestCount && !record.name.isEmpty() && holds(blockFormat, record.blockFormat)
             && holds(charFormat, record.charFormat)) {

@@ -18,19 +18,19 @@ class ZEMFOUNTAIN_EXPORT QFnElement
 public:
     /// What an element is. The numbers are fixed.
     enum Type : int {
-        Undefined = 0,
-        Action = 1,
-        Boneyard = 2, ///< A comment, cut out of the script but kept in place.
-        Character = 3,
-        Notes = 4,
-        Dialogue = 5,
-        PageBreak = 6,
-        Parenthetical = 7,
-        SceneHeading = 8,
-        SectionHeading = 9,
-        Synopsis = 10,
-        Transition = 11,
-        General = 12
+        Undefined = 0,      ///< Nothing told, as in an element that was just made.
+        Action = 1,         ///< What is seen and heard, and every line that is nothing else.
+        Boneyard = 2,       ///< A comment, cut out of the script but kept in place.
+        Character = 3,      ///< A cue: who speaks.
+        Notes = 4,          ///< A note to the writer.
+        Dialogue = 5,       ///< A line of a speech.
+        PageBreak = 6,      ///< The start of a new page.
+        Parenthetical = 7,  ///< How a speech is spoken, without its parentheses.
+        SceneHeading = 8,   ///< Where and when a scene is.
+        SectionHeading = 9, ///< A heading of the outline, which is not printed.
+        Synopsis = 10,      ///< A line of the outline, which is not printed.
+        Transition = 11,    ///< How one scene goes over into the next.
+        General = 12        ///< Text of a kind that only the application knows.
     };
 
     /// An Undefined element with no text, no scene number, depth 0 and the default style.
