@@ -55,7 +55,7 @@ constexpr Mark marks[] = {
 };
 
 // The text of a page-break mark, however long the run of "=" is.
-constexpr QChar pageBreak[] = {QLatin1Char('='), QLatin1Char('='), QLatin1Char('=')};
+constexpr QChar pageBreakMark[] = {QLatin1Char('='), QLatin1Char('='), QLatin1Char('=')};
 
 /// For each ASCII character the number of the first row of marks that begins with it, counted from
 /// 1, and 0 for a character that begins none.
@@ -211,9 +211,9 @@ Zem::Token QFnFastParser::readToken()
             return take(QFnToken::Word, runLength(start, end));
         if (mark->first == '=') {
             const int length = runLength(start, end);
-            if (length >= int(std::size(pageBreak))) {
+            if (length >= int(std::size(pageBreakMark))) {
                 position += length - 1;
-                return {pageBreak, int(std::size(pageBreak)), QFnToken::PageBreakMark};
+                return {pageBreakMark, int(std::size(pageBreakMark)), QFnToken::PageBreakMark};
             }
         }
         return take(mark->kind, mark->size());
