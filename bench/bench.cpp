@@ -42,7 +42,7 @@ QList<ZEMScriptElement> records()
         record.name = QFnElement::toString(QFnElement::Type(type));
         record.blockFormat.setLeftMargin(10.0 * type);
         record.blockFormat.setTopMargin(type % 3 * 12.0);
-        record.charFormat.setFontFamily(QStringLiteral("Courier"));
+        record.charFormat.setFontFamilies({QStringLiteral("Courier")});
         list.append(record);
     }
     return list;

@@ -30,7 +30,7 @@ bool hasLineEnd(const QString &text)
 
 /// Inserts all entries as one run of text, with nothing between a value and the next key: the title
 /// page is one block, unless an entry has line ends of its own.
-void renderTitlePage(const QHash<QString, QString> &titlePage, QTextCursor *cursor)
+void renderTitlePage(const QFnDocument::TitlePage &titlePage, QTextCursor *cursor)
 {
     if (titlePage.isEmpty())
         return;

@@ -80,7 +80,7 @@ QString prepared(const QString &text)
 }
 
 /// Replaces the title text of the library, all entries in one run, by a line for each.
-void layOutTitlePage(const QHash<QString, QString> &titlePage, QTextDocument *document)
+void layOutTitlePage(const QFnDocument::TitlePage &titlePage, QTextDocument *document)
 {
     QTextCursor cursor(document);
     if (titlePage.isEmpty())

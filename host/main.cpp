@@ -15,7 +15,6 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QLoggingCategory>
-#include <QtCore/QTextStream>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QTextCursor>
 #include <QtGui/QTextDocument>
@@ -23,6 +22,7 @@
 #include <QtWidgets/QApplication>
 
 #include <algorithm>
+#include <cstdio>
 #include <iterator>
 #include <memory>
 
@@ -48,7 +48,7 @@ QByteArray written(QTextDocument *document, const char *format)
 QByteArray toOdt(QTextDocument *document)
 {
     QTextCharFormat face;
-    face.setFontFamily(QStringLiteral("Courier New"));
+    face.setFontFamilies({QStringLiteral("Courier New")});
     face.setFontPointSize(document->defaultFont().pointSizeF());
     QTextCursor all(document);
     all.select(QTextCursor::Document);
@@ -194,9 +194,8 @@ bool hasDisplay()
 
 int report(const QString &message, ExitCode code)
 {
-    QTextStream stream(stderr);
-    stream.setCodec("UTF-8"); // a name of a file is shown whole in any locale
-    stream << "zemscript: " << message << '\n';
+    // In UTF-8, so that the name of a file is shown whole in any locale.
+    std::fprintf(stderr, "zemscript: %s\n", message.toUtf8().constData());
     return code;
 }
 

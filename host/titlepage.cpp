@@ -25,7 +25,7 @@ int place(const QString &key)
 
 } // namespace
 
-QList<QPair<QString, QString>> Host::titleEntries(const QHash<QString, QString> &titlePage)
+QList<QPair<QString, QString>> Host::titleEntries(const QFnDocument::TitlePage &titlePage)
 {
     QList<QPair<QString, QString>> entries;
     for (auto entry = titlePage.cbegin(); entry != titlePage.cend(); ++entry)

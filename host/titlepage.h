@@ -4,7 +4,8 @@
 #ifndef HOST_TITLEPAGE_H
 #define HOST_TITLEPAGE_H
 
-#include <QtCore/QHash>
+#include "model/qfndocument.h"
+
 #include <QtCore/QList>
 #include <QtCore/QPair>
 #include <QtCore/QString>
@@ -13,7 +14,7 @@ namespace Host {
 
 /// The entries of a title page, key and value, in the order that a title page customarily has. The
 /// library keeps them in a hash, without an order. Of several with one key the oldest comes first.
-QList<QPair<QString, QString>> titleEntries(const QHash<QString, QString> &titlePage);
+QList<QPair<QString, QString>> titleEntries(const QFnDocument::TitlePage &titlePage);
 
 /// Whether the entry called \a key is one of those in the middle of the page, not at its foot.
 bool isHeadOfTitlePage(const QString &key);

@@ -53,17 +53,19 @@ Host::Window::Window()
 void Host::Window::addMenus()
 {
     QMenu *file = menuBar()->addMenu(tr("&File"));
-    file->addAction(tr("&Open..."), this, &Window::askAndOpen, QKeySequence::Open);
-    file->addAction(
-        tr("&Save"), this, [this] { saveTo(m_path); }, QKeySequence::Save);
-    file->addAction(
-        tr("Save &As..."), this, [this] { saveTo(QString()); }, QKeySequence::SaveAs);
-    file->addAction(tr("Export as &PDF..."), this, &Window::exportPdf, QKeySequence::Print);
-    file->addAction(tr("&Quit"), this, &Window::close, QKeySequence::Quit);
+    file->addAction(tr("&Open..."), this, &Window::askAndOpen)->setShortcut(QKeySequence::Open);
+    file->addAction(tr("&Save"), this, [this] { saveTo(m_path); })->setShortcut(QKeySequence::Save);
+    file->addAction(tr("Save &As..."), this, [this] { saveTo(QString()); })
+        ->setShortcut(QKeySequence::SaveAs);
+    file->addAction(tr("Export as &PDF..."), this, &Window::exportPdf)
+        ->setShortcut(QKeySequence::Print);
+    file->addAction(tr("&Quit"), this, &Window::close)->setShortcut(QKeySequence::Quit);
 
     QMenu *edit = menuBar()->addMenu(tr("&Edit"));
-    QAction *undo = edit->addAction(tr("&Undo"), m_page, &QTextEdit::undo, QKeySequence::Undo);
-    QAction *redo = edit->addAction(tr("&Redo"), m_page, &QTextEdit::redo, QKeySequence::Redo);
+    QAction *undo = edit->addAction(tr("&Undo"), m_page, &QTextEdit::undo);
+    undo->setShortcut(QKeySequence::Undo);
+    QAction *redo = edit->addAction(tr("&Redo"), m_page, &QTextEdit::redo);
+    redo->setShortcut(QKeySequence::Redo);
     undo->setEnabled(false);
     redo->setEnabled(false);
     connect(m_page, &QTextEdit::undoAvailable, undo, &QAction::setEnabled);

@@ -25,6 +25,15 @@ class ZEMFOUNTAIN_EXPORT QFnDocument : public QObject
     Q_OBJECT
 
 public:
+    /// A hash of strings that keeps several values for one key. Where a caller adds an entry that
+    /// is not to replace another, that is QHash::insertMulti() on Qt 5 and QMultiHash::insert() on
+    /// 6; QHash::insert() of Qt 5 replaces.
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    using TitlePage = QHash<QString, QString>;
+#else
+    using TitlePage = QMultiHash<QString, QString>;
+#endif
+
     /// An empty document, owned by \a parent, which may be null.
     explicit QFnDocument(QObject *parent);
 
@@ -40,7 +49,7 @@ public:
     /// Title-page entries, key to value, both as the source text writes them: "Title" and "TITLE"
     /// are two keys. Multi-valued: of several entries with one key the newest comes first. The
     /// order of iteration is the hash's own, not that of the source text.
-    QHash<QString, QString> titlePage;
+    TitlePage titlePage;
 
     QList<QFnElement *> elements; ///< The script, in order. Owned.
 

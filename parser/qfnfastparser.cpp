@@ -321,11 +321,15 @@ void QFnFastParser::closeStretch()
 
 void QFnFastParser::appendTitlePageElement(QString key, QString value)
 {
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     // QMultiHash has no deprecation, but the type of the title page is a plain hash.
     QT_WARNING_PUSH
     QT_WARNING_DISABLE_DEPRECATED
     document->titlePage.insertMulti(key, value);
     QT_WARNING_POP
+#else
+    document->titlePage.insert(key, value);
+#endif
 }
 
 /// Reads the entry that \a keyToken begins, and gives the token at which the line of the next pass

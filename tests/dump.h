@@ -127,10 +127,10 @@ inline ZEMScriptElement recordOf(const QString &line)
     record.name = parts.takeFirst();
     for (const QString &part : qAsConst(parts)) {
         const int property = formatLetters.value(part.at(0));
-        QVariant value = part.mid(1).toInt();
-        value.convert(part.at(0) == u'i'   ? QMetaType::Bool
-                      : part.at(0) == u'm' ? QMetaType::Double
-                                           : QMetaType::Int);
+        const int number = part.mid(1).toInt();
+        const QVariant value = part.at(0) == u'i'   ? QVariant(number != 0)
+                               : part.at(0) == u'm' ? QVariant(qreal(number))
+                                                    : QVariant(number);
         if (part.at(0) == u'a' || part.at(0) == u'm')
             record.blockFormat.setProperty(property, value);
         else
