@@ -32,8 +32,7 @@ endif()
 add_library(zem_options INTERFACE)
 target_compile_features(zem_options INTERFACE cxx_std_17)
 target_compile_options(zem_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow $<$<BOOL:${ZEM_WERROR}>:-Werror>
-    "$<$<CXX_COMPILER_ID:Clang>:SHELL:-include ${PROJECT_SOURCE_DIR}/cmake/clang_strlen.h>")
+    -Wall -Wextra -Wpedantic -Wshadow $<$<BOOL:${ZEM_WERROR}>:-Werror>)
 target_compile_definitions(zem_options INTERFACE
     QT_DEPRECATED_WARNINGS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH)
 

@@ -3,10 +3,14 @@
 
 #include "model/qfnelement.h"
 
+#include "model/literals_p.h"
+
 #include <algorithm>
 #include <iterator>
 
 namespace {
+
+using Zem::operator""_L1;
 
 struct TypeName
 {
@@ -17,19 +21,19 @@ struct TypeName
 // A row for each type, in the order of the enumeration. The two headings are written with a blank
 // and taken without one; applications hold records under both names.
 constexpr TypeName typeNames[] = {
-    {QLatin1String("Undefined"), QLatin1String("Undefined")},
-    {QLatin1String("Action"), QLatin1String("Action")},
-    {QLatin1String("Boneyard"), QLatin1String("Boneyard")},
-    {QLatin1String("Character"), QLatin1String("Character")},
-    {QLatin1String("Notes"), QLatin1String("Notes")},
-    {QLatin1String("Dialogue"), QLatin1String("Dialogue")},
-    {QLatin1String("PageBreak"), QLatin1String("PageBreak")},
-    {QLatin1String("Parenthetical"), QLatin1String("Parenthetical")},
-    {QLatin1String("Scene Heading"), QLatin1String("SceneHeading")},
-    {QLatin1String("Section Heading"), QLatin1String("SectionHeading")},
-    {QLatin1String("Synopsis"), QLatin1String("Synopsis")},
-    {QLatin1String("Transition"), QLatin1String("Transition")},
-    {QLatin1String("General"), QLatin1String("General")},
+    {"Undefined"_L1, "Undefined"_L1},
+    {"Action"_L1, "Action"_L1},
+    {"Boneyard"_L1, "Boneyard"_L1},
+    {"Character"_L1, "Character"_L1},
+    {"Notes"_L1, "Notes"_L1},
+    {"Dialogue"_L1, "Dialogue"_L1},
+    {"PageBreak"_L1, "PageBreak"_L1},
+    {"Parenthetical"_L1, "Parenthetical"_L1},
+    {"Scene Heading"_L1, "SceneHeading"_L1},
+    {"Section Heading"_L1, "SectionHeading"_L1},
+    {"Synopsis"_L1, "Synopsis"_L1},
+    {"Transition"_L1, "Transition"_L1},
+    {"General"_L1, "General"_L1},
 };
 static_assert(std::size(typeNames) == QFnElement::General + 1, "a name for every type");
 

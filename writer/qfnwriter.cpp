@@ -3,6 +3,7 @@
 
 #include "writer/qfnwriter.h"
 
+#include "model/literals_p.h"
 #include "model/qfndocument.h"
 #include "model/qfnelement.h"
 
@@ -15,6 +16,8 @@
 
 namespace {
 
+using Zem::operator""_L1;
+
 /// What is written around the text of an element.
 struct Form
 {
@@ -24,34 +27,32 @@ struct Form
 };
 
 constexpr QLatin1String none;
-constexpr QLatin1String newLine("\n");
+constexpr QLatin1String newLine = "\n"_L1;
 
 // A row for each type, in the order of the enumeration.
 constexpr Form forms[] = {
-    {newLine, none, none},                            // Undefined
-    {newLine, none, none},                            // Action
-    {newLine, none, none},                            // Boneyard
-    {newLine, none, none},                            // Character
-    {none, QLatin1String("[["), QLatin1String("]]")}, // Notes
-    {none, none, none},                               // Dialogue
-    {newLine, none, none},                            // PageBreak
-    {none, QLatin1String("("), QLatin1String(")")},   // Parenthetical
-    {newLine, QLatin1String("."), none},              // SceneHeading
-    {none, QLatin1String("#"), none},                 // SectionHeading
-    {none, QLatin1String("="), none},                 // Synopsis
-    {none, QLatin1String(">"), none},                 // Transition
-    {newLine, none, none},                            // General
+    {newLine, none, none},    // Undefined
+    {newLine, none, none},    // Action
+    {newLine, none, none},    // Boneyard
+    {newLine, none, none},    // Character
+    {none, "[["_L1, "]]"_L1}, // Notes
+    {none, none, none},       // Dialogue
+    {newLine, none, none},    // PageBreak
+    {none, "("_L1, ")"_L1},   // Parenthetical
+    {newLine, "."_L1, none},  // SceneHeading
+    {none, "#"_L1, none},     // SectionHeading
+    {none, "="_L1, none},     // Synopsis
+    {none, ">"_L1, none},     // Transition
+    {newLine, none, none},    // General
 };
 static_assert(std::size(forms) == QFnElement::General + 1, "a form for every type");
 
-constexpr QLatin1String pageBreak("===");
+constexpr QLatin1String pageBreak = "==="_L1;
 
 // A heading that starts with one of these needs no mark.
 constexpr QLatin1String scenePrefixes[] = {
-    QLatin1String("INT "),      QLatin1String("INT."),     QLatin1String("EXT "),
-    QLatin1String("EXT."),      QLatin1String("EST "),     QLatin1String("EST."),
-    QLatin1String("INT/EXT "),  QLatin1String("INT/EXT."), QLatin1String("INT./EXT "),
-    QLatin1String("INT./EXT."), QLatin1String("I/E "),     QLatin1String("I/E."),
+    "INT "_L1,     "INT."_L1,     "EXT "_L1,      "EXT."_L1,      "EST "_L1, "EST."_L1,
+    "INT/EXT "_L1, "INT/EXT."_L1, "INT./EXT "_L1, "INT./EXT."_L1, "I/E "_L1, "I/E."_L1,
 };
 
 const Form &formOf(QFnElement::Type type)
@@ -83,7 +84,7 @@ QString writtenText(const QFnElement &element)
         return pageBreak;
     case QFnElement::Notes:
         // A blank line would end the note; a line of two blanks does not.
-        return QString(element.text).replace(QLatin1String("\n\n"), QLatin1String("\n  \n"));
+        return QString(element.text).replace("\n\n"_L1, "\n  \n"_L1);
     default:
         return element.text;
     }
@@ -98,13 +99,13 @@ struct EmphasisMark
 
 // In the order of opening, behind the ">" of centred text. Marks close in the reverse order.
 constexpr EmphasisMark emphasisMarks[] = {
-    {&QFnStyle::underline, QLatin1String("_")},
-    {&QFnStyle::italic, QLatin1String("*")},
-    {&QFnStyle::bold, QLatin1String("**")},
+    {&QFnStyle::underline, "_"_L1},
+    {&QFnStyle::italic, "*"_L1},
+    {&QFnStyle::bold, "**"_L1},
 };
 
-constexpr QLatin1String centredOpen(">");
-constexpr QLatin1String centredClose("<");
+constexpr QLatin1String centredOpen = ">"_L1;
+constexpr QLatin1String centredClose = "<"_L1;
 
 } // namespace
 
