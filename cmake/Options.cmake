@@ -46,6 +46,7 @@ function(zem_library name)
     target_link_options(${name} PRIVATE
         LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map)
     set_target_properties(${name} PROPERTIES
+        OUTPUT_NAME ${name}${ZEM_SUFFIX}
         VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
         LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map)
 endfunction()
