@@ -3,36 +3,35 @@
 
 #include "base/ZEMScriptElement.h"
 
-#include "dump.h"
+#include "formats.h"
 
-#include <QtGui/QTextBlock>
 #include <QtGui/QTextCursor>
-#include <QtGui/QTextDocument>
-
-using Records = QList<ZEMScriptElement>;
 
 namespace {
 
-// Records, and the name of the one to which a block with the formats "a4 w75 i1" belongs.
+// The formats of a block and records; the name of the one to which the block belongs.
 const Row blockRows[] = {
-    {"formats are all in the block", u"A a4 w75", u"A"},
-    {"character format alone", u"A i1", u"A"},
-    {"another value", u"A a2 w75 i1|B a4 w25", u""},
-    {"a property that the block lacks", u"A a4 u1|B u0", u""},
-    {"most properties in both formats together", u"A w75 i1|B a4|C a4 w75 i1", u"C"},
-    {"more properties that do not fit", u"A a2 w75 i1|B i1", u"B"},
-    {"of equals the first", u"A a4 i1|B w75 i1|C a4 w75", u"A"},
-    {"another left margin", u"A m9|B a4", u"B"},
-    {"no properties", u"A|B a4", u"B"},
-    {"no name", u" a4 w75 i1|B a4", u"B"},
+    {"formats are all in the block", u" a4 m2 w75 i1|A a4 w75", u"A"},
+    {"character format alone", u" a4 w75 i1|A i1", u"A"},
+    {"block format alone", u" a4 w75|A a4", u"A"},
+    {"another value", u" a4 w75 i1|A a2 w75 i1|B a4 w25", u""},
+    {"value of another type", u" a4|A A4", u""},
+    {"a property that the block lacks", u" a4|A a4 u1", u""},
+    {"0 is not a property that the block lacks", u" a4|A a4 u0|B m0", u""},
+    {"most properties in both formats together", u" a4 w75 i1|A w75 i1|B a4|C a4 w75 i1", u"C"},
+    {"more properties that do not fit", u" a4 w75 i1|A a2 w75 i1|B i1", u"B"},
+    {"of equals the first", u" a4 w75 i1|A a4 i1|B w75 i1|C a4 w75", u"A"},
+    {"left margins", u" m2 a4|A m1 a4|B m0 a4|C m2|D m3", u"C"},
+    {"record without a left margin", u" m2 a4|A a4", u"A"},
+    {"no properties", u" a4|A|B a4", u"B"},
+    {"no properties on both sides", u"|A", u""},
+    {"no name", u" a4 w75 i1| a4 w75 i1|B a4", u"B"},
 };
 
 QString found(const QString &lines)
 {
-    Records records;
-    for (const QString &line : lines.split(u'|'))
-        records += recordOf(line);
-    const ZEMScriptElement formats = recordOf(u" a4 w75 i1"_s);
+    QList<ZEMScriptElement> records = recordsOf(lines);
+    const ZEMScriptElement formats = records.takeFirst();
     QTextDocument document;
     QTextCursor cursor(&document);
     cursor.setBlockFormat(formats.blockFormat);
@@ -48,12 +47,25 @@ class BaseTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void byName()
+    void recordOfABlock_data() { addRows(blockRows); }
+    void recordOfABlock() { check(found); }
+
+    void recordOfAName()
     {
-        const Records records{recordOf(u" a4"_s), recordOf(u"A w75"_s), recordOf(u"A i1"_s)};
-        QCOMPARE(ZEMScriptElement::find(records, u"A"_s).charFormat, records.at(1).charFormat);
+        const QList<ZEMScriptElement> records = recordsOf(u" a4|A w75|A i1|B u1"_s);
+        QCOMPARE(dump(ZEMScriptElement::find(records, u"A"_s).charFormat), u"w75"_s);
+        QCOMPARE(dump(ZEMScriptElement::find(records, u"B"_s).charFormat), u"u1"_s);
         QCOMPARE(ZEMScriptElement::find(records, u"a"_s).name, QString());
-        QVERIFY(ZEMScriptElement::find(records, QString()).blockFormat.isEmpty());
+        QCOMPARE(dump(ZEMScriptElement::find(records, QString()).blockFormat), QString());
+    }
+
+    void defaultRecordIsEmpty()
+    {
+        const ZEMScriptElement r;
+        QVERIFY(r.name.isEmpty() && r.blockFormat.isEmpty() && r.charFormat.isEmpty());
+        QVERIFY(r.carriedShort == 0 && r.carriedNumber == 0 && r.carriedNumber1 == 0);
+        QVERIFY(r.carriedNumber2 == 0 && r.carriedReal1 == 0 && r.carriedReal2 == 0);
+        QCOMPARE(int(ZEMCompletion().carriedByte), 0);
     }
 
     void nearlyEqualIsAnotherFormat()
@@ -68,9 +80,6 @@ private Q_SLOTS:
         QTextCursor(&document).setBlockFormat(record.blockFormat);
         QCOMPARE(ZEMScriptElement::find({record}, document.begin()).name, record.name);
     }
-
-    void byBlock_data() { addRows(blockRows); }
-    void byBlock() { check(found); }
 };
 
 QTEST_GUILESS_MAIN(BaseTest)

@@ -4,37 +4,23 @@
 #include "bridge/ZemFountain.h"
 
 #include "dump.h"
+#include "elements.h"
+#include "formats.h"
 
 #include <QtCore/QTemporaryDir>
-#include <QtGui/QTextBlock>
 #include <QtGui/QTextCursor>
-#include <QtGui/QTextDocument>
 
 namespace {
 
 /// A record found by the block has no blank in its name, one found by the type has.
 QList<ZEMScriptElement> records()
 {
-    ZEMScriptElement byName = recordOf(u"x a8 u3"_s);
-    byName.name = u"Scene Heading"_s;
-    return {recordOf(u"Character a2 w25 i1"_s), recordOf(u"Dialogue u2"_s),
-            recordOf(u"SceneHeading a8 w0"_s), byName};
+    auto list = recordsOf(u"Character a2 w25 i1|Dialogue u2|SceneHeading a8 w0|x a8 u3"_s);
+    list.last().name = u"Scene Heading"_s;
+    return list;
 }
 
-/// A line for each block: text, formats of the block, formats of its text.
-QString dump(const QTextDocument &document)
-{
-    QStringList lines;
-    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
-        lines += block.text() + u'|' + dump(block.blockFormat()) + u'|' + dump(block.charFormat());
-        for (auto it = block.begin(); !it.atEnd(); ++it) {
-            if (it.fragment().charFormat() != block.charFormat())
-                lines.last() += u'|' + it.fragment().text();
-        }
-    }
-    return lines.join(u'\n');
-}
-
+/// The blocks that the elements give.
 QString rendered(const QString &lines)
 {
     QFnDocument source(nullptr);
@@ -50,8 +36,8 @@ QString exported(const QTextDocument &document, const QList<ZEMScriptElement> &s
     QFnDocument target(nullptr); // what it holds goes
     target.titlePage.insert(u"Title"_s, u"left"_s);
     target.elements += new QFnElement;
-    ZemFountain::toFountainDocument(document, scriptElements, &target, nullptr);
-    return dump(target);
+    const bool ok = ZemFountain::toFountainDocument(document, scriptElements, &target, nullptr);
+    return ok ? dump(target) : u"failed"_s;
 }
 
 QString exportedText(const QString &formats)
@@ -67,9 +53,10 @@ QString exportedText(const QString &formats)
 const Row renderRows[] = {
     {"first element takes the empty block", u"Action||x\nNotes|biuc|y", u"x|a1|w0\ny|a4|w75 i1 u1"},
     {"record beats style", u"Character|bc|x\nDialogue|b|y", u"x|a2|w25 i1\ny|a1|w75 u2"},
-    {"record serves again", u"Character||x\nCharacter||y\nNotes||z", u"x|a2|w25 i1\ny|a2|w25 i1\nz|a1|w0"},
+    {"record serves again", u"Character||x\nCharacter|u|y\nNotes||z", u"x|a2|w25 i1\ny|a2|w25 i1 u1\nz|a1|w0"},
     {"missing record is looked up again", u"Notes||x\nNotes||y\nDialogue||z", u"x|a1|w0\ny|a1|w0\nz|a1|w0 u2"},
     {"heading name has a blank", u"SceneHeading||x", u"x|a8|w0 u3"},
+    {"type without a name", u"13||x", u"x|a1|w0"},
     {"parentheses come back", u"Parenthetical|i|\nParenthetical||x", u"()|a1|w0 i1\n(x)|a1|w0"},
     {"line feeds make blocks", u"Action|bc|x\\n\\ny", u"x|a4|w75\n|a4|w75\ny|a4|w75"},
     {"empty elements share the first block", u"Action|bc|\n-\nAction|i|x\n-", u"x|a1|w0 i1\n|a1|w0"},
@@ -98,19 +85,43 @@ private Q_SLOTS:
 
     void renderingAddsBehindTheText()
     {
-        QTextDocument document;
-        document.setPlainText(u"old"_s);
+        QTextDocument document(u"old"_s);
         QFnDocument source(nullptr);
-        source.titlePage = {{u"A"_s, u"1\n2"_s}, {u"B"_s, u"3"_s}};
         ZEMFountainDocumentRenderer renderer;
-        QVERIFY(renderer.render(source, &document) && !renderer.render(source, nullptr));
-        const QString text = document.toPlainText(); // in either order
-        QVERIFY(text == u"oldA:1\n2B:3\n"_s || text == u"oldB:3A:1\n2\n"_s);
-        source.titlePage.clear();
         appendElements(u"Action||x\n||y"_s, &source);
-        source.elements.last()->type = QFnElement::Type(13);
+        QVERIFY(!renderer.render(source, nullptr));
         QVERIFY(renderer.render(source, &document) && renderer.render(source, &document));
-        QCOMPARE(document.toPlainText(), text + u"\nx\ny\nx\ny"_s);
+        QCOMPARE(document.toPlainText(), u"old\nx\ny\nx\ny"_s);
+    }
+
+    void titlePageIsOneRun_data()
+    {
+        // Line ends as a block of text takes them, between entries without and at their ends.
+        QTest::addColumn<QString>("value");
+        QTest::newRow("none") << u"1"_s;
+        QTest::newRow("line feed") << u"1\n2"_s;
+        QTest::newRow("carriage return") << u"\r1"_s;
+        QTest::newRow("paragraph") << u"1\u2029"_s;
+        QTest::newRow("begin of a frame") << u"1\ufdd0"
+                                             "2"_s;
+        QTest::newRow("end of a frame") << u"1\ufdd1"
+                                           "2"_s;
+    }
+    void titlePageIsOneRun()
+    {
+        QFETCH(QString, value);
+        QTextDocument document(u"old"_s), literal(u"old"_s);
+        QFnDocument source(nullptr);
+        for (const QString &key : {u"A"_s, u"B"_s, u"C"_s, u"D"_s, u"E"_s})
+            source.titlePage.insert(key, key < u"C"_s ? value : u"3"_s);
+        QVERIFY(ZEMFountainDocumentRenderer().render(source, &document));
+        QTextCursor cursor(&literal);
+        cursor.movePosition(QTextCursor::End);
+        for (auto it = source.titlePage.cbegin(); it != source.titlePage.cend(); ++it)
+            cursor.insertText(it.key() + u':' + it.value());
+        cursor.insertBlock();
+        QCOMPARE(dump(document), dump(literal));
+        QCOMPARE(document.availableUndoSteps(), literal.availableUndoSteps());
     }
 
     void insertionsAreSeparateEdits()
@@ -152,10 +163,21 @@ private Q_SLOTS:
         QTextCursor cursor(&document);
         cursor.movePosition(QTextCursor::EndOfBlock);
         cursor.insertText(u"d"_s, recordOf(u" w75"_s).charFormat);
+        cursor.setBlockCharFormat(recordOf(u" w0 u3"_s).charFormat);
         QCOMPARE(exported(document, list), u"Scene Heading|u|c\nScene Heading|b|d\nCharacter|i|A\n"
                                            u"Dialogue|u|b\nUndefined||"_s);
         list.removeAt(2); // the record that is left has no type
         QVERIFY(exported(document, list).startsWith(u"Undefined|u|c\nUndefined|b|d\n"_s));
+    }
+
+    void otherFormatsHaveNoEmphasis()
+    {
+        QTextCharFormat format;
+        static_cast<QTextFormat &>(format) = QTextFormat(QTextFormat::UserFormat);
+        format.setProperty(QTextFormat::FontItalic, true);
+        QTextDocument document;
+        QTextCursor(&document).insertText(u"x"_s, format);
+        QCOMPARE(exported(document, {}), u"Undefined||x"_s);
     }
 
     void writingAFile()

@@ -4,6 +4,7 @@
 #include "parser/qfnfastparser.h"
 
 #include "dump.h"
+#include "elements.h"
 
 namespace {
 
@@ -11,7 +12,12 @@ namespace {
 const Row tokenRows[] = {
     {"blanks and exclamation marks stand alone", u"Hi!! !!a\t b", u"W'Hi!!' S' ' W'!' W'!' W'a' S'\\t' S' ' W'b'"},
     {"lone CR ends nothing", u"x\r\n\na\rb\r", u"W'x' N'\\r\\n' N'\\n' W'a\\rb\\r'"},
-    {"separators", u"a:b#c^(d)>e<f_g", u"W'a' W':' W'b' W'#' W'c' W'^' W'(' W'd' W')' W'>' W'e' W'<' W'f' W'_' W'g'"},
+    {"separators, each in front of a word", u"a#b:c^d(e)f>g<h.i_j", u"W'a' W'#' W'b' W':' W'c' W'^' W'd' W'(' W'e' W')' W'f' W'>' W'g' W'<' W'h' W'.' W'i' W'_' W'j'"},
+    {"separators at the front", u"#a\n:\n^^((\n))>>\n<<__\n", u"W'#' W'a' N'\\n' W':' N'\\n' W'^' W'^' W'(' W'(' N'\\n' W')' W')' W'>' W'>' N'\\n' W'<' W'<' W'_' W'_' N'\\n'"},
+    {"other characters are letters", u"z{|}~\u0080$%&',-;?@\\`\u0100 [a]b", u"W'z{|}~\u0080$%&',-;?@\\`\u0100' S' ' W'[a]b'"},
+    {"marks at the end", u"a*", u"W'a' W'*'"},
+    {"halves of marks at the end", u"a\r[", u"W'a\\r['"},
+    {"half a boneyard at the end", u"]/", u"W']/'"},
     {"marks of two", u"a***b*c**[[d]]]", u"W'a' D'**' W'*' W'b' W'*' W'c' D'**' O'[[' W'd' C']]' W']'"},
     {"three equals signs are a mark", u"a==b=====c=", u"W'a' W'=' W'=' W'b' P'===' W'c' W'='"},
     {"run of dots; slash, bracket in a word", u"a...b./A p/q[x]", u"W'a' W'...' W'b' W'.' W'/A' S' ' W'p/q[x]'"},
@@ -19,18 +25,79 @@ const Row tokenRows[] = {
     {"boneyards", u"/**//*a *\n**//*/ b", u"\nBoneyard||\nBoneyard||a *\\n*\nBoneyard||/ b"},
 };
 
-// A test and its answer, then inputs that all give it.
-const Row lineRows[] = {
-    {"keywords", u"key 1", u"EXT|INT|EST|INT./EXT|INT/EXT|I/E|i/e|Int|.h|.1|.\u00e9"},
-    {"no keywords", u"key 0", u"|I|E|.|..|.-|INT.|INTERIOR| INT"},
-    {"two blanks at the end", u"double 1", u"JOHN  |JOHN \t|  "},
-    {"fewer blanks at the end", u"double 0", u"JOHN |  JOHN| |"},
-    {"heading", u"line 1", u"INT A|int a|I/E a|INT |EST\ta|INT. a|EXT.\ta|INT/EXT. a|INT. (a)|INT.A|INT.1|INT/**/A"},
-    {"two keywords", u"line 1", u"INT.//*x*/EXT a|INT.//*x*/EXT. a|INT/*x*///*x*/EXT a"},
-    {"two keywords, no blank", u"line 0", u"INT.//**/EXT:|INT.//**/EXT.a|INT.//**/A a"},
-    {"other token behind", u"line 0", u"INT: a|INT... a|INT**a**|INT(a)|INT.#1|INT./EXT a|INT.-a"},
-    {"no keyword in front", u"line 0", u"I a|E. a|INTERIOR a|INT-DAY|.a|**INT. a**| INT. a|Estate"},
-    {"line ends too early", u"line 0", u"|INT|INT.|INT.//**/|INT.//**/EXT|INT.//**/EXT."},
+const YesNoRow titleKeyRows[] = {
+    {u"TITLE", true}, {u"CREDIT", true}, {u"AUTHOR", true}, {u"SOURCE", true}, {u"CONTACT", true},
+    {u"DRAFT", true}, {u"NOTES", true}, {u"COPYRIGHT", true}, {u"Title", false}, {u"AUTHORS", false}, {u"", false},
+};
+
+const YesNoRow headingTokenRows[] = {
+    {u"EXT", true},
+    {u"INT", true},
+    {u"EST", true},
+    {u"INT./EXT", true},
+    {u"INT/EXT", true},
+    {u"I/E", true},
+    {u"i/e", true},
+    {u".h", true},
+    {u".1", true},
+    {u".\u00e9", true},
+    {u"", false},
+    {u"I", false},
+    {u".", false},
+    {u"..", false},
+    {u".-", false},
+    {u"-a", false},
+    {u"INT.", false},
+    {u"INTERIOR", false},
+    {u" INT", false},
+};
+
+const YesNoRow headingLineRows[] = {
+    {u"INT A", true},
+    {u"int a", true},
+    {u"INT ", true},
+    {u"EST\ta", true},
+    {u"INT. a", true},
+    {u"EXT.\ta", true},
+    {u"INT/EXT. a", true},
+    {u"INT.A", true},
+    {u"INT.1", true},
+    {u"INT/**/A", true},
+    {u"INT.//*x*/EXT a", true},
+    {u"INT.//*x*/EXT. a", true},
+    {u"INT/*x*///*x*/EXT a", true},
+    {u"INT.//**/EXT:", false},
+    {u"INT.//**/EXT.a", false},
+    {u"INT.//**/A a", false},
+    {u"INT: a", false},
+    {u"INT... a", false},
+    {u"INT**a**", false},
+    {u"INT.#1", false},
+    {u"INT./EXT a", false},
+    {u"I a", false},
+    {u"INT-DAY", false},
+    {u".a", false},
+    {u"**INT. a**", false},
+    {u" INT. a", false},
+    {u"Estate", false},
+    {u"", false},
+    {u"INT", false},
+    {u"INT.", false},
+    {u"INT.//**/", false},
+    {u"INT.//**/EXT", false},
+    {u"INT.//**/EXT.", false},
+};
+
+const YesNoRow doubleSpaceRows[] = {
+    {u"JOHN  ", true},
+    {u"JOHN \t", true},
+    {u"  ", true},
+    {u"JOHN ", false},
+    {u"  JOHN", false},
+    {u"JOHN a ", false},
+    {u" JOHN", false},
+    {u" ", false},
+    {u"", false},
 };
 
 const Row driverRows[] = {
@@ -38,6 +105,7 @@ const Row driverRows[] = {
     {"keys in any case", u"TITLE:a\ncredit:b\nSource:c\nContact:d\nNotes:e\nCopyright:f\n\n.g\n\n",
      u"@Contact|d\n@Copyright|f\n@Notes|e\n@Source|c\n@TITLE|a\n@credit|b\nScene Heading||g"},
     {"newer entry first", u"Title: \n\n A\n B\nAuthor: C\nAuthor: D\n", u"@Author|D\\n\n@Author|C\n@Title|A\\n B"},
+    {"white space in front of a value", u"Title:\t\n \tA\n\nAuthor:B\nSource:  \n", u"@Author|B\n@Source|\n@Title|A"},
     {"line end with CR starts a value", u"Title:\r\nA\r\n\r\n", u"@Title|\\r\\nA"},
     {"boneyard in an entry", u"/*x*/Title: **A/*y*/[[n]]====\n\n", u"@Title|**A[[n]]===\nBoneyard||x\nBoneyard||y"},
     {"key is told by its upper case", u"\u017fource: x\n\n", u"@\u017fource|x"},
@@ -123,6 +191,7 @@ const Row dispatchRows[] = {
     {"marks in or above text", u"a\n> b\n\n# c\n= d\n", u"Action||a> b\\n# c= d"},
     {"behind emphasis", u"**>x**\n\n*= y*\n\n**# z**\n\n", u"Transition|b|x\nSynopsis|i| y\nSection Heading||**# z**"},
     {"headings behind emphasis", u"**.x**\n\n_INT. y\n\n", u"Scene Heading||**x**\nAction|u|INT. y"},
+    {"any case of TO:", u"\xD801" u"tO:\n\nA \u0130TO:\n\nO:\n\n", u"Transition||\xD801" u"tO:\nTransition||A \u0130TO:\nAction||O:"},
     {"capitals and TO:", u" A TO:\n\n**TO:**\n\n", u"Transition|| A TO:\nTransition|b|TO:\nTransition||"},
     {"not quite a transition", u"Cut to:\n\nTO: \n\nTHE END\n\n", u"Action||Cut to:\\nTO: \\nTHE END"},
     {"emphasis alone gives nothing", u"**\na b\n\nC\n*_*\nd\n", u"Action||a b\nCharacter||C\nDialogue||d"},
@@ -133,24 +202,55 @@ const Row dispatchRows[] = {
 };
 // clang-format on
 
-QList<QFnToken> tokensOf(const QString &text, QFnFastParser *parser)
+struct KindLetter
 {
-    QList<QFnToken> tokens;
-    parser->buffer = text;
-    parser->initParser();
-    while (parser->nextToken().kind != QFnToken::EndOfInput)
-        tokens += parser->currentToken;
-    return tokens;
+    QFnToken::Kind kind;
+    char16_t letter;
+};
+
+constexpr KindLetter kindLetters[] = {
+    {QFnToken::Word, u'W'},      {QFnToken::DoubleStar, u'D'}, {QFnToken::PageBreakMark, u'P'},
+    {QFnToken::NewLine, u'N'},   {QFnToken::Space, u'S'},      {QFnToken::OpenNote, u'O'},
+    {QFnToken::CloseNote, u'C'}, {QFnToken::EndOfInput, u'E'},
+};
+
+QString dump(const QFnToken &token)
+{
+    QString letter = u"?"_s;
+    for (const KindLetter &row : kindLetters) {
+        if (row.kind == token.kind)
+            letter = QChar(row.letter);
+    }
+    return letter + u'\'' + escaped(token.text) + u'\'';
+}
+
+/// What a parser has stored, then its state and the element under construction.
+QString dump(const QFnFastParser &parser)
+{
+    const QString stored = dump(*parser.document);
+    const QString open = QString::number(parser.state) + u' ' + dump(parser.currentElement);
+    return stored + u"\n"_s.left(int(stored.size())) + open;
 }
 
 QString tokensIn(const QString &text)
 {
     QFnFastParser parser(nullptr);
+    parser.buffer = text;
     QStringList list;
-    for (const QFnToken &token : tokensOf(text, &parser))
-        list += u".WD.P.N.SOC"_s.mid(token.kind, 1) + u'\'' + escaped(token.text) + u'\'';
+    while (parser.nextToken().kind != QFnToken::EndOfInput)
+        list += dump(parser.currentToken);
     const QString stored = dump(*parser.document);
-    return list.join(u' ') + u"\n"_s.left(stored.size()) + stored;
+    return list.join(u' ') + u"\n"_s.left(int(stored.size())) + stored;
+}
+
+QList<QFnToken> lineOf(const QString &text)
+{
+    QFnFastParser parser(nullptr);
+    parser.buffer = text;
+    QList<QFnToken> tokens;
+    while (parser.nextToken().kind != QFnToken::EndOfInput)
+        tokens += parser.currentToken;
+    return tokens;
 }
 
 /// What a text gives, without a plain closing element.
@@ -164,7 +264,177 @@ QString script(const QString &text)
     return lines.join(u'\n');
 }
 
+/// The type that a state, told by its number, gives to an Undefined element.
+QString typeOfState(const QString &number)
+{
+    QFnFastParser parser(nullptr);
+    parser.changeParserState(QFnFastParser::ParserState(number.toInt()));
+    return QString::number(parser.state) + u' ' + QFnElement::toString(parser.currentElement.type);
+}
+
+const Row stateRows[] = {
+    {"Idle", u"0", u"0 Undefined"},
+    {"no state", u"1", u"1 Undefined"},
+    {"InAction", u"2", u"2 Action"},
+    {"InDialogue", u"3", u"3 Dialogue"},
+    {"InSceneHeading", u"4", u"4 Scene Heading"},
+    {"InSectionHeading", u"5", u"5 Section Heading"},
+    {"InSynopsis", u"6", u"6 Synopsis"},
+    {"InTransition", u"7", u"7 Transition"},
+    {"InCharacter", u"8", u"8 Character"},
+    {"InNotes", u"9", u"9 Notes"},
+    {"InParenthetical", u"10", u"10 Parenthetical"},
+    {"InPageBreak", u"11", u"11 PageBreak"},
+    {"InGeneral", u"12", u"12 General"},
+    {"above", u"13", u"13 Undefined"},
+};
+
+/// The parser of a line at work, outside a parse, and what it leaves.
+using Parser = QFnFastParser;
+using Steps = void (*)(Parser &);
+
+struct StepsRow
+{
+    const char *name;
+    Steps steps;
+    std::u16string_view expected;
+};
+
+void enter(Parser &p, Parser::ParserState state, const QString &openText)
+{
+    p.changeParserState(state);
+    p.currentElement.text = openText;
+}
+
+void take(Parser &p, void (Parser::*lineParser)(QList<QFnToken> *), const QString &text)
+{
+    QList<QFnToken> line = lineOf(text);
+    (p.*lineParser)(&line);
+    QVERIFY(line.isEmpty());
+}
+
+void takeAction(Parser &p, const QString &text, bool centered)
+{
+    QList<QFnToken> line = lineOf(text);
+    p.parseActionLine(&line, centered);
+    QVERIFY(line.isEmpty());
+}
+
+void takeText(Parser &p, QList<QFnToken> line, Qt::Alignment alignment)
+{
+    p.parseText(&line, nullptr, alignment);
+    QVERIFY(line.isEmpty());
+}
+
+// clang-format off
+const StepsRow lineRows[] = {
+    {"new", [](Parser &) {}, u"0 Undefined||"},
+    {"dialogue from Idle takes the open text", [](Parser &p) { enter(p, Parser::Idle, u"z"_s); take(p, &Parser::parseDialogueLine, u"a (b) c"_s); },
+     u"Dialogue||za \nParenthetical||b\nDialogue|| c\n3 Dialogue||"},
+    {"dialogue in a speech goes on", [](Parser &p) { enter(p, Parser::InDialogue, u"z"_s); take(p, &Parser::parseDialogueLine, u"a)("_s); },
+     u"Dialogue||za)\nParenthetical||\n3 Dialogue||"},
+    {"dialogue closes action", [](Parser &p) { enter(p, Parser::InAction, u"z"_s); take(p, &Parser::parseDialogueLine, u"a"_s); },
+     u"Action||z\nDialogue||a\n3 Dialogue||"},
+    {"action closes dialogue", [](Parser &p) { enter(p, Parser::InDialogue, u"z"_s); takeAction(p, u"a\tb"_s, false); },
+     u"Dialogue||z\n2 Action||a    b"},
+    {"action goes on, centred action does not", [](Parser &p) { takeAction(p, u"a"_s, false); takeAction(p, u" b "_s, false); takeAction(p, u" c "_s, true); },
+     u"Action||a b \n2 Action|c|c"},
+    {"text keeps the type of its element", [](Parser &p) { enter(p, Parser::InSynopsis, u"z"_s); takeText(p, lineOf(u"a**b** [[n]]\tc"_s), Qt::AlignLeft); },
+     u"Synopsis||za\nSynopsis|b|b\nSynopsis|| \nNotes||n\n6 Synopsis||\\tc"},
+    {"text in no state", [](Parser &p) { enter(p, Parser::Idle, u"z"_s); takeText(p, lineOf(u" a*b[[n]]c"_s), Qt::AlignRight); },
+     u"Undefined||z a\nNotes|i2|bn\n0 Undefined|i2|c"},
+    {"blanks go at the ends of centred action", [](Parser &p) { enter(p, Parser::InAction, u"z"_s); takeText(p, lineOf(u" \ta *b* "_s), Qt::AlignCenter); },
+     u"Action||za \nAction|i132|b\n2 Action|132|"},
+    {"blanks stay in any other state", [](Parser &p) { enter(p, Parser::InGeneral, u""_s); takeText(p, lineOf(u" a "_s), Qt::AlignHCenter); }, u"12 General|| a "},
+    {"notes", [](Parser &p) { enter(p, Parser::InNotes, u"z"_s); take(p, &Parser::parseNotes, u"a\t[[b]]"_s); }, u"Notes||za\\t\nNotes||b\n0 Notes||"},
+    {"general line", [](Parser &p) { enter(p, Parser::InAction, u"z"_s); take(p, &Parser::parseGeneralLine, u"a **b** [[n]]\tc"_s); },
+     u"Action||z\nGeneral||a \nGeneral|b|b\nGeneral|| \nNotes||n\nGeneral||\\tc\n0 Undefined||"},
+    {"synopsis and transition", [](Parser &p) { enter(p, Parser::InDialogue, u"z"_s); take(p, &Parser::parseSynopsis, u"a"_s); take(p, &Parser::parseTransitionLine, u"b"_s); },
+     u"Dialogue||z\nSynopsis||a\nTransition||b\n0 Undefined||"},
+    {"empty lines", [](Parser &p) { take(p, &Parser::parseCharacter, u""_s); take(p, &Parser::parseSceneHeading, u""_s); take(p, &Parser::parseSynopsis, u""_s); },
+     u"Character||\nScene Heading||\n0 Synopsis||"},
+    {"cue", [](Parser &p) { enter(p, Parser::InAction, u"z"_s); take(p, &Parser::parseCharacter, u" \tA CONT'D cont'd CONT'D\r"_s); },
+     u"Action||z\nCharacter||A cont'd cont'd CONT'D\n3 Dialogue||"},
+    {"heading", [](Parser &p) { take(p, &Parser::parseSceneHeading, u" \t a #1# b#2"_s); }, u"Scene Heading||a  b|#12\n0 Undefined||"},
+    {"section without text leaves its depth", [](Parser &p) { take(p, &Parser::parseSectionHeading, u"## "_s); takeAction(p, u"a"_s, false); }, u"2 Action||a|depth 2"},
+    {"marks are told by text, bold by kind", [](Parser &p) {
+         takeText(p, {{QFnToken::Space, u"*"_s}, {QFnToken::DoubleStar, u"a"_s}, {QFnToken::NewLine, u"_"_s}, {QFnToken::EndOfInput, u"b"_s}, {QFnToken::Word, u"**"_s}}, Qt::AlignLeft); },
+     u"0 Undefined|biu|b**"},
+    {"tokens without text", [](Parser &p) { takeText(p, {{QFnToken::Word, QString()}, {QFnToken::OpenNote, QString()}, {QFnToken::Kind(3), u"a"_s}, {QFnToken::CloseNote, u"x"_s}}, Qt::AlignLeft); },
+     u"Notes||a\n0 Undefined||"},
+    {"tokens that share the open text", [](Parser &p) { enter(p, Parser::InAction, u"z\t"_s); takeText(p, {{QFnToken::Word, p.currentElement.text}, {QFnToken::Word, p.currentElement.text}}, Qt::AlignLeft); },
+     u"2 Action||z\\tz    z    "},
+    {"state that stands closes text", [](Parser &p) { enter(p, Parser::InAction, u"a"_s); enter(p, Parser::InAction, u"b"_s); }, u"Action||a\n2 Action||b"},
+    {"leaving Idle closes nothing", [](Parser &p) { p.currentElement.text = u"a"_s; p.changeParserState(Parser::InNotes); }, u"9 Notes||a"},
+    {"going to Idle keeps the type", [](Parser &p) { enter(p, Parser::InNotes, u""_s); p.changeParserState(Parser::Idle); }, u"0 Notes||"},
+    {"element without text is stored when asked for", [](Parser &p) { enter(p, Parser::InAction, u""_s); p.appendCurrentElement(); }, u"Action||\n2 Undefined||"},
+    {"one line feed of action is cut", [](Parser &p) {
+         for (const QString &line : {u"Action||a\\n\\n"_s, u"Action||b"_s, u"Notes||c\\n"_s}) p.appendElement(new QFnElement(elementOf(line)));
+         p.appendElement(nullptr); }, u"Action||a\\n\nAction||b\nNotes||c\\n\n0 Undefined||"},
+    {"title page keeps both entries", [](Parser &p) { p.appendTitlePageElement(u"A"_s, u"1"_s); p.appendTitlePageElement(u"A"_s, u"2"_s); }, u"@A|2\n@A|1\n0 Undefined||"},
+    {"back to the start", [](Parser &p) { p.appendTitlePageElement(u"A"_s, u"1"_s); enter(p, Parser::InAction, u"a"_s); p.appendCurrentElement(); p.currentElement.text = u"b"_s; p.initParser(); },
+     u"0 Undefined||b"},
+    {"main loop takes what is open", [](Parser &p) { enter(p, Parser::InNotes, u"z"_s); p.buffer = u"a b\n"_s; p.parseBuffer(); }, u"Action||za b\n2 Undefined||"},
+    {"main loop at the end of the input", [](Parser &p) { p.buffer = u"a b\n"_s; p.currentToken = {QFnToken::EndOfInput, u"x"_s}; p.parseBuffer(); }, u"Undefined||\n0 Undefined||"},
+};
+
+/// Reads up to \a count tokens.
+QString read(Parser &p, int count)
+{
+    QStringList tokens;
+    for (; count > 0; --count) {
+        const QFnToken token = p.nextToken();
+        tokens += dump(token);
+        if (dump(token) != dump(p.currentToken))
+            tokens += u"is not current"_s;
+    }
+    return tokens.join(u' ');
+}
+
+using Reading = QString (*)(Parser &);
+
+struct ReadingRow
+{
+    const char *name;
+    Reading reading;
+    std::u16string_view expected; ///< the tokens, position and tokenStart, and what is stored
+};
+
+const ReadingRow readingRows[] = {
+    {"new", [](Parser &p) { return dump(p.currentToken); }, u"W'' -1 -1"},
+    {"at the end", [](Parser &p) { return read(p, 3); }, u"E'' E'' E'' 2 1"},
+    {"each token", [](Parser &p) { p.buffer = u"ab cd"_s; return read(p, 3); }, u"W'ab' S' ' W'cd' 4 2"},
+    {"rewind", [](Parser &p) { p.buffer = u"ab====c"_s; const QString first = read(p, 2); p.position = p.tokenStart; return first + read(p, 2); }, u"W'ab' P'==='P'===' W'c' 6 5"},
+    {"rewind behind a boneyard", [](Parser &p) { p.buffer = u"a/*x*/b"_s; read(p, 2); p.position = p.tokenStart; return read(p, 1); }, u"W'b' 6 5 Boneyard||x"},
+    {"boneyard closes the open text", [](Parser &p) { enter(p, Parser::InNotes, u"z"_s); p.buffer = u"/*x*/"_s; read(p, 1); return dump(p.currentElement); }, u"Notes|| 5 4 Notes||z Boneyard||x"},
+    {"another buffer", [](Parser &p) { p.buffer = u"one two"_s; const QString first = read(p, 1); p.buffer = u"x yz12 w"_s; return first + read(p, 2); }, u"W'one'W'z12' S' ' 6 5"},
+    {"shorter buffer", [](Parser &p) { p.buffer = u"one two"_s; read(p, 3); p.buffer = u"x"_s; const QString kept = dump(p.currentToken); return kept + read(p, 1); }, u"W'two'E'' 7 6"},
+    {"buffer that changes behind a line", [](Parser &p) {
+         p.buffer = u"a [[b"_s;
+         QList<QFnToken> line;
+         for (; p.nextToken().kind != QFnToken::EndOfInput;) line += p.currentToken;
+         p.buffer.fill(u'x'); p.buffer.clear();
+         p.parseGeneralLine(&line);
+         return read(p, 1); }, u"E'' 6 5 General||a  Notes||b"},
+    {"buffer that goes between two lines", [](Parser &p) {
+         p.buffer = u"a b"_s; read(p, 3); QList<QFnToken> line{p.currentToken};
+         p.parseActionLine(&line, false);
+         p.buffer = QString(); p.parse(u"c d\n"_s);
+         return dump(p.currentToken); }, u"E'' 3 3 Action||c d"},
+    {"in the middle of a mark", [](Parser &p) { p.buffer = u"a**b"_s; p.position = 1; return read(p, 2); }, u"W'*' W'b' 3 2"},
+    {"far behind the end", [](Parser &p) { p.buffer = u"a"_s; p.position = 70; const QString end = read(p, 1); return end + QString::number(p.nextChar().unicode()); }, u"E''65535 71 70"},
+    {"characters", [](Parser &p) { p.buffer = u"ab"_s; QString text = p.nextChar(); text += p.getch(); text += p.getch(); return text + QString::number(p.getch().unicode()); }, u"aab65535 2 -1"},
+    {"white space", [](Parser &p) { p.buffer = u" \t\n\r a"_s; p.skipWhitespaces(); return QString(); }, u" 2 -1"},
+    {"white space at the end", [](Parser &p) { p.buffer = u" \n"_s; p.skipWhitespaces(); return QString(); }, u" 1 -1"},
+    {"no white space", [](Parser &p) { p.buffer = u"a "_s; p.skipWhitespaces(); return QString(); }, u" -1 -1"},
+    {"end of a parse", [](Parser &p) { p.parse(u"a b\n"_s); return p.buffer + dump(p.currentToken); }, u"a b\\nE'' 3 3 Action||a b"},
+};
+// clang-format on
+
 } // namespace
+
+Q_DECLARE_METATYPE(Steps)
+Q_DECLARE_METATYPE(Reading)
 
 class ParserTest : public QObject
 {
@@ -182,18 +452,67 @@ private Q_SLOTS:
     void dispatch_data() { addRows(dispatchRows); }
     void dispatch() { check(script); }
 
-    void lineTests_data() { addRows(lineRows); }
-    void lineTests()
+    void titlePageKeys_data() { addRows(titleKeyRows); }
+    void titlePageKeys() { check(Parser::isTitlePageKey); }
+    void headingTokens_data() { addRows(headingTokenRows); }
+    void headingTokens() { check(Parser::isSceneHeadingToken); }
+    void headingLines_data() { addRows(headingLineRows); }
+    void headingLines()
     {
-        QFETCH(QString, input);
-        QFETCH(QString, expected);
-        for (const QString &text : expected.split(u'|')) {
-            QFnFastParser parser(nullptr);
-            QList<QFnToken> line = tokensOf(text, &parser);
-            const bool given = input.startsWith(u'k')   ? parser.isSceneHeadingToken(text)
-                               : input.startsWith(u'd') ? parser.endsWithDblSpace(&line)
-                                                        : parser.isSceneHeadingLine(&line);
-            QVERIFY2(given == input.endsWith(u'1'), qUtf8Printable(text));
+        check([](const QString &text) {
+            QList<QFnToken> line = lineOf(text);
+            return Parser::isSceneHeadingLine(&line);
+        });
+    }
+    void doubleSpaces_data() { addRows(doubleSpaceRows); }
+    void doubleSpaces()
+    {
+        check([](const QString &text) {
+            QList<QFnToken> line = lineOf(text);
+            return Parser(nullptr).endsWithDblSpace(&line);
+        });
+    }
+    void states_data() { addRows(stateRows); }
+    void states() { check(typeOfState); }
+
+    void lineParsers_data()
+    {
+        QTest::addColumn<Steps>("steps");
+        QTest::addColumn<QString>("expected");
+        for (const StepsRow &row : lineRows)
+            QTest::newRow(row.name) << row.steps << textOf(row.expected);
+    }
+    void lineParsers()
+    {
+        QFETCH(Steps, steps);
+        Parser parser(nullptr);
+        steps(parser);
+        QTEST(dump(parser), "expected");
+    }
+
+    void tokensInHand_data()
+    {
+        QTest::addColumn<Reading>("reading");
+        QTest::addColumn<QString>("expected");
+        for (const ReadingRow &row : readingRows)
+            QTest::newRow(row.name) << row.reading << textOf(row.expected);
+    }
+    void tokensInHand()
+    {
+        QFETCH(Reading, reading);
+        Parser parser(nullptr);
+        QStringList parts{escaped(reading(parser))};
+        parts << QString::number(parser.position) << QString::number(parser.tokenStart);
+        parts += dump(*parser.document).split(u'\n', Qt::SkipEmptyParts);
+        QTEST(parts.join(u' '), "expected");
+    }
+
+    void spacesInFrontOfALine()
+    {
+        for (const QString &text : {u" \t a "_s, u"a "_s, u"  "_s, u""_s}) {
+            QList<QFnToken> line = lineOf(text);
+            Parser(nullptr).skipWhitespaces(&line);
+            QCOMPARE(line.size(), lineOf(text.trimmed()).size() + (text.contains(u'a') ? 1 : 0));
         }
     }
 
@@ -202,21 +521,11 @@ private Q_SLOTS:
         QFnFastParser parser(nullptr);
         QVERIFY(parser.parse(u"Title: A\n\nJOHN\nHi (x) **a /* b"_s));
         parser.currentElement = elementOf(u"Notes|bc|left"_s);
+        QCOMPARE(parser.metaObject()->className(), "QFnFastParser");
+        QCOMPARE(parser.document->parent(), &parser);
         QVERIFY(parser.parse(u"A\n\n**b\0** c\n\n.d\n\n"_s));
         QCOMPARE(dump(*parser.document),
                  u"Action||A\nAction|b|b\0\nAction|| c\nScene Heading||d\nUndefined||"_s);
-    }
-
-    void lineParsersThatNoTextLeadsTo()
-    {
-        QFnFastParser parser(nullptr);
-        QList<QFnToken> line = tokensOf(u"a **b** [[n]]\tc"_s, &parser);
-        parser.appendElement(nullptr);
-        parser.currentElement.text = u"z"_s; // leaving the state Idle does not store it
-        parser.parseGeneralLine(&line);
-        parser.parseSceneHeading(&line); // of the empty line that is left
-        QCOMPARE(dump(*parser.document), u"General||za \nGeneral|b|b\nGeneral|| \nNotes||n\n"
-                                         u"General||\\tc\nScene Heading||"_s);
     }
 };
 

@@ -5,6 +5,7 @@
 #include "parser/qfnfastparser.h"
 
 #include "dump.h"
+#include "formats.h"
 
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QTextDocument>
@@ -16,12 +17,11 @@ QList<ZEMScriptElement> records()
 {
     QList<ZEMScriptElement> list;
     for (int type = QFnElement::Action; type <= QFnElement::General; ++type) {
-        ZEMScriptElement record;
-        record.blockFormat.setLeftMargin(type);
-        record.name = QFnElement::toString(QFnElement::Type(type)).remove(u' ');
-        list += record;
-        record.name = QFnElement::toString(QFnElement::Type(type));
-        list += record;
+        const QString name = QFnElement::toString(QFnElement::Type(type));
+        for (const QString &sought : {QString(name).remove(u' '), name}) {
+            list += recordOf(u"x m"_s + QString::number(type));
+            list.last().name = sought;
+        }
     }
     return list;
 }
