@@ -35,20 +35,21 @@ constexpr FormatLetter formatLetters[] = {
 };
 
 /// What a weight is above the one of tables, where bold is 75 in each version of Qt.
-constexpr int heavier = QFont::Bold - 75;
+inline int weightShift(const FormatLetter &row, int number)
+{
+    return row.property == QTextFormat::FontWeight && number != 0 ? QFont::Bold - 75 : 0;
+}
 
 inline QString dump(const QTextFormat &format)
 {
     QStringList parts;
-    const QMap<int, QVariant> properties = format.properties();
     for (const FormatLetter &row : formatLetters) {
-        const QVariant value = properties.value(row.property);
-        if (value.userType() == row.type) {
-            const int shift = row.letter == u'w' && value.toInt() != 0 ? heavier : 0;
-            parts += QChar(row.letter) + QString::number(value.toInt() - shift);
-        }
+        const QVariant value = format.property(row.property);
+        if (value.userType() == row.type)
+            parts += QChar(row.letter)
+                     + QString::number(value.toInt() - weightShift(row, value.toInt()));
     }
-    return parts.size() == properties.size() ? parts.join(u' ') : u"other properties"_s;
+    return parts.size() == format.propertyCount() ? parts.join(u' ') : u"other properties"_s;
 }
 
 /// A line for each block: text, formats of the block, formats of its text, and the text of each
@@ -77,14 +78,14 @@ inline ZEMScriptElement recordOf(const QString &line)
             std::find_if(std::begin(formatLetters), std::end(formatLetters),
                          [&](const FormatLetter &r) { return part.at(0) == r.letter; });
         const int number = part.mid(1).toInt();
-        const int shift = row->letter == u'w' && number != 0 ? heavier : 0;
         const QVariant value = row->type == QMetaType::Double ? QVariant(double(number))
-                               : row->type == QMetaType::Bool ? QVariant(number != 0)
-                                                              : QVariant(number + shift);
-        const bool ofBlock = row->property < QTextFormat::FirstFontProperty;
-        QTextFormat &format =
-            ofBlock ? static_cast<QTextFormat &>(record.blockFormat) : record.charFormat;
-        format.setProperty(row->property, value);
+                               : row->type == QMetaType::Bool
+                                   ? QVariant(number != 0)
+                                   : QVariant(number + weightShift(*row, number));
+        if (row->property < QTextFormat::FirstFontProperty)
+            record.blockFormat.setProperty(row->property, value);
+        else
+            record.charFormat.setProperty(row->property, value);
     }
     return record;
 }

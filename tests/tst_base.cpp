@@ -71,14 +71,16 @@ private Q_SLOTS:
     void nearlyEqualIsAnotherFormat()
     {
         ZEMScriptElement record = recordOf(u"A"_s);
-        record.blockFormat.setTopMargin(0.3);
-        QTextBlockFormat format;
-        format.setTopMargin(0.1 + 0.2);
-        QTextDocument document;
-        QTextCursor(&document).setBlockFormat(format);
-        QCOMPARE(ZEMScriptElement::find({record}, document.begin()).name, QString());
-        QTextCursor(&document).setBlockFormat(record.blockFormat);
-        QCOMPARE(ZEMScriptElement::find({record}, document.begin()).name, record.name);
+        for (const QVariant &value :
+             {QVariant(0.1 + 0.2), QVariant(0.3), QVariant(u"a"_s), QVariant(u"b"_s)}) {
+            QTextBlockFormat format;
+            format.setProperty(QTextFormat::UserProperty, value);
+            QTextDocument document;
+            QTextCursor(&document).setBlockFormat(format);
+            QCOMPARE(ZEMScriptElement::find({record}, document.begin()).name, QString());
+            record.blockFormat = format;
+            QCOMPARE(ZEMScriptElement::find({record}, document.begin()).name, record.name);
+        }
     }
 };
 

@@ -94,49 +94,30 @@ private Q_SLOTS:
         QCOMPARE(document.toPlainText(), u"old\nx\ny\nx\ny"_s);
     }
 
-    void titlePageIsOneRun_data()
-    {
-        // Line ends as a block of text takes them, between entries without and at their ends.
-        QTest::addColumn<QString>("value");
-        QTest::newRow("none") << u"1"_s;
-        QTest::newRow("line feed") << u"1\n2"_s;
-        QTest::newRow("carriage return") << u"\r1"_s;
-        QTest::newRow("paragraph") << u"1\u2029"_s;
-        QTest::newRow("begin of a frame") << u"1\ufdd0"
-                                             "2"_s;
-        QTest::newRow("end of a frame") << u"1\ufdd1"
-                                           "2"_s;
-    }
-    void titlePageIsOneRun()
-    {
-        QFETCH(QString, value);
-        QTextDocument document(u"old"_s), literal(u"old"_s);
-        QFnDocument source(nullptr);
-        for (const QString &key : {u"A"_s, u"B"_s, u"C"_s, u"D"_s, u"E"_s})
-            source.titlePage.insert(key, key < u"C"_s ? value : u"3"_s);
-        QVERIFY(ZEMFountainDocumentRenderer().render(source, &document));
-        QTextCursor cursor(&literal);
-        cursor.movePosition(QTextCursor::End);
-        for (auto it = source.titlePage.cbegin(); it != source.titlePage.cend(); ++it)
-            cursor.insertText(it.key() + u':' + it.value());
-        cursor.insertBlock();
-        QCOMPARE(dump(document), dump(literal));
-        QCOMPARE(document.availableUndoSteps(), literal.availableUndoSteps());
-    }
-
     void insertionsAreSeparateEdits()
     {
-        QTextDocument document(u"old"_s), literal(u"old"_s);
-        QFnDocument source(nullptr);
-        appendElements(u"Parenthetical|b|a"_s, &source);
-        ZEMFountainDocumentRenderer().render(source, &document);
-        const QTextCharFormat format = source.elements.first()->style.toTextFormat();
-        QTextCursor cursor(&literal);
-        cursor.movePosition(QTextCursor::End);
-        cursor.insertBlock(QFnStyle().toBlockFormat(), format);
-        for (const QString &text : {u"("_s, u"a"_s, u")"_s})
-            cursor.insertText(text, format);
-        QCOMPARE(document.availableUndoSteps(), literal.availableUndoSteps());
+        // Title-page entries with each line end that a text can have, among entries without one.
+        for (const QString &value :
+             {u"1"_s, u"1\n2"_s, u"\r1"_s, u"1\u2029"_s, u"\ufdd0"_s, u"\ufdd1"_s}) {
+            QTextDocument document(u"old"_s), literal(u"old"_s);
+            QFnDocument source(nullptr);
+            for (const QString &key : {u"A"_s, u"B"_s, u"C"_s, u"D"_s, u"E"_s})
+                source.titlePage.insert(key, key < u"C"_s ? value : u"3"_s);
+            appendElements(u"Parenthetical|b|a"_s, &source);
+            ZEMFountainDocumentRenderer().render(source, &document);
+
+            QTextCursor cursor(&literal);
+            cursor.movePosition(QTextCursor::End);
+            for (auto it = source.titlePage.cbegin(); it != source.titlePage.cend(); ++it)
+                cursor.insertText(it.key() + u':' + it.value());
+            cursor.insertBlock();
+            const QTextCharFormat format = source.elements.first()->style.toTextFormat();
+            cursor.insertBlock(QFnStyle().toBlockFormat(), format);
+            for (const QString &text : {u"("_s, u"a"_s, u")"_s})
+                cursor.insertText(text, format);
+            QCOMPARE(dump(document), dump(literal));
+            QCOMPARE(document.availableUndoSteps(), literal.availableUndoSteps());
+        }
     }
 
     void parsingText()

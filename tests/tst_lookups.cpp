@@ -30,32 +30,13 @@ ZEMScriptElement withMargin(const QString &name, int margin)
     return recordOf(name + u" m"_s + QString::number(margin));
 }
 
-ZEMScriptElement any(const QString &name, int call)
-{
-    return withMargin(name, call);
-}
-
-ZEMScriptElement none(const QString &, int)
-{
-    return {};
-}
-
-ZEMScriptElement other(const QString &, int call)
-{
-    return withMargin(u"Other"_s, call);
-}
-
-ZEMScriptElement nameless(const QString &name, int)
-{
-    return name.isEmpty() ? withMargin(u"Nameless"_s, 9) : withMargin(name, 1);
-}
-
-ZEMScriptElement unnamed(const QString &, int)
-{
-    return withMargin(QString(), 5);
-}
-
 // clang-format off
+ZEMScriptElement any(const QString &name, int call) { return withMargin(name, call); }
+ZEMScriptElement none(const QString &, int) { return {}; }
+ZEMScriptElement other(const QString &, int call) { return withMargin(u"Other"_s, call); }
+ZEMScriptElement unnamed(const QString &, int) { return withMargin(QString(), 5); }
+ZEMScriptElement nameless(const QString &name, int) { return name.isEmpty() ? withMargin(u"Nameless"_s, 9) : withMargin(name, 1); }
+
 const LookupRow lookupRows[] = {
     {"each change of the name", any, u"Action\nAction|b|x\nNotes\nNotes\nAction", u"1 1 2 2 3, Action Notes Action"},
     {"again behind a failed one", none, u"Notes\nNotes\nAction", u"0 0 0, Notes Notes Action"},

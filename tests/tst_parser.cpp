@@ -39,26 +39,18 @@ const YesNoRow headingTokenRows[] = {
     {u"I/E", true},
     {u"i/e", true},
     {u".h", true},
-    {u".1", true},
     {u".\u00e9", true},
     {u"", false},
-    {u"I", false},
     {u".", false},
-    {u"..", false},
     {u".-", false},
     {u"-a", false},
     {u"INT.", false},
-    {u"INTERIOR", false},
-    {u" INT", false},
 };
 
 const YesNoRow headingLineRows[] = {
     {u"INT A", true},
-    {u"int a", true},
     {u"INT ", true},
-    {u"EST\ta", true},
     {u"INT. a", true},
-    {u"EXT.\ta", true},
     {u"INT/EXT. a", true},
     {u"INT.A", true},
     {u"INT.1", true},
@@ -67,19 +59,12 @@ const YesNoRow headingLineRows[] = {
     {u"INT.//*x*/EXT. a", true},
     {u"INT/*x*///*x*/EXT a", true},
     {u"INT.//**/EXT:", false},
-    {u"INT.//**/EXT.a", false},
     {u"INT.//**/A a", false},
     {u"INT: a", false},
     {u"INT... a", false},
-    {u"INT**a**", false},
     {u"INT.#1", false},
-    {u"INT./EXT a", false},
     {u"I a", false},
-    {u"INT-DAY", false},
-    {u".a", false},
-    {u"**INT. a**", false},
     {u" INT. a", false},
-    {u"Estate", false},
     {u"", false},
     {u"INT", false},
     {u"INT.", false},
@@ -93,8 +78,6 @@ const YesNoRow doubleSpaceRows[] = {
     {u"JOHN \t", true},
     {u"  ", true},
     {u"JOHN ", false},
-    {u"  JOHN", false},
-    {u"JOHN a ", false},
     {u" JOHN", false},
     {u" ", false},
     {u"", false},
@@ -195,6 +178,7 @@ const Row dispatchRows[] = {
     {"capitals and TO:", u" A TO:\n\n**TO:**\n\n", u"Transition|| A TO:\nTransition|b|TO:\nTransition||"},
     {"not quite a transition", u"Cut to:\n\nTO: \n\nTHE END\n\n", u"Action||Cut to:\\nTO: \\nTHE END"},
     {"emphasis alone gives nothing", u"**\na b\n\nC\n*_*\nd\n", u"Action||a b\nCharacter||C\nDialogue||d"},
+    {"a and z are small letters, what stands beside them is none", u"Aa\nx\n\nAz\nx\n\n`{\u0080\nx\n", u"Action||Aax\\nAzx\nCharacter||`{\u0080\nDialogue||x"},
     {"letters that change", u"\u0149\nx\n\n\u01c5\ny\n\nA\u00dfE\nz\n", u"Action||\u0149x\\n\u01c5y\\nA\u00dfEz"},
     {"split pair of a small letter", u"\xD801/*x*/\xDC28\ny\n", u"Boneyard||x\nAction||\U00010428y"},
     {"a lone surrogate keeps the letter behind it from having capitals", u"\xD801" u"b\nx\n", u"Character||\xD801" u"b\nDialogue||x"},
@@ -227,9 +211,18 @@ QString dump(const QFnToken &token)
 /// What a parser has stored, then its state and the element under construction.
 QString dump(const QFnFastParser &parser)
 {
-    const QString stored = dump(*parser.document);
     const QString open = QString::number(parser.state) + u' ' + dump(parser.currentElement);
-    return stored + u"\n"_s.left(int(stored.size())) + open;
+    return (dump(*parser.document).split(u'\n', Qt::SkipEmptyParts) << open).join(u'\n');
+}
+
+QList<QFnToken> lineOf(const QString &text)
+{
+    QFnFastParser parser(nullptr);
+    parser.buffer = text;
+    QList<QFnToken> tokens;
+    while (parser.nextToken().kind != QFnToken::EndOfInput)
+        tokens += parser.currentToken;
+    return tokens;
 }
 
 QString tokensIn(const QString &text)
@@ -243,16 +236,6 @@ QString tokensIn(const QString &text)
     return list.join(u' ') + u"\n"_s.left(int(stored.size())) + stored;
 }
 
-QList<QFnToken> lineOf(const QString &text)
-{
-    QFnFastParser parser(nullptr);
-    parser.buffer = text;
-    QList<QFnToken> tokens;
-    while (parser.nextToken().kind != QFnToken::EndOfInput)
-        tokens += parser.currentToken;
-    return tokens;
-}
-
 /// What a text gives, without a plain closing element.
 QString script(const QString &text)
 {
@@ -264,118 +247,85 @@ QString script(const QString &text)
     return lines.join(u'\n');
 }
 
-/// The type that a state, told by its number, gives to an Undefined element.
-QString typeOfState(const QString &number)
-{
-    QFnFastParser parser(nullptr);
-    parser.changeParserState(QFnFastParser::ParserState(number.toInt()));
-    return QString::number(parser.state) + u' ' + QFnElement::toString(parser.currentElement.type);
-}
-
-const Row stateRows[] = {
-    {"Idle", u"0", u"0 Undefined"},
-    {"no state", u"1", u"1 Undefined"},
-    {"InAction", u"2", u"2 Action"},
-    {"InDialogue", u"3", u"3 Dialogue"},
-    {"InSceneHeading", u"4", u"4 Scene Heading"},
-    {"InSectionHeading", u"5", u"5 Section Heading"},
-    {"InSynopsis", u"6", u"6 Synopsis"},
-    {"InTransition", u"7", u"7 Transition"},
-    {"InCharacter", u"8", u"8 Character"},
-    {"InNotes", u"9", u"9 Notes"},
-    {"InParenthetical", u"10", u"10 Parenthetical"},
-    {"InPageBreak", u"11", u"11 PageBreak"},
-    {"InGeneral", u"12", u"12 General"},
-    {"above", u"13", u"13 Undefined"},
-};
-
-/// The parser of a line at work, outside a parse, and what it leaves.
+// What a caller does with a parser, a step a line: an operation and the text that it works on.
 using Parser = QFnFastParser;
-using Steps = void (*)(Parser &);
 
-struct StepsRow
+struct LineParser
 {
     const char *name;
-    Steps steps;
-    std::u16string_view expected;
+    void (Parser::*operation)(QList<QFnToken> *);
 };
 
-void enter(Parser &p, Parser::ParserState state, const QString &openText)
-{
-    p.changeParserState(state);
-    p.currentElement.text = openText;
-}
+constexpr LineParser lineParsers[] = {
+    {"notes", &Parser::parseNotes},           {"synopsis", &Parser::parseSynopsis},
+    {"general", &Parser::parseGeneralLine},   {"transition", &Parser::parseTransitionLine},
+    {"dialogue", &Parser::parseDialogueLine}, {"cue", &Parser::parseCharacter},
+    {"heading", &Parser::parseSceneHeading},  {"section", &Parser::parseSectionHeading},
+};
 
-void take(Parser &p, void (Parser::*lineParser)(QList<QFnToken> *), const QString &text)
+void take(Parser &parser, const QString &step)
 {
+    const QString name = step.section(u' ', 0, 0);
+    const QString text = step.section(u' ', 1);
     QList<QFnToken> line = lineOf(text);
-    (p.*lineParser)(&line);
-    QVERIFY(line.isEmpty());
+    if (name == u"state"_s)
+        return parser.changeParserState(Parser::ParserState(text.toInt()));
+    if (name == u"open"_s)
+        parser.currentElement.text = text;
+    else if (name == u"store"_s)
+        parser.appendElement(text.isEmpty() ? nullptr : new QFnElement(elementOf(text)));
+    else if (name == u"action"_s || name == u"centred"_s)
+        parser.parseActionLine(&line, name == u"centred"_s);
+    else if (name == u"left"_s || name == u"center"_s)
+        parser.parseText(&line, nullptr, name == u"left"_s ? Qt::AlignLeft : Qt::AlignCenter);
+    for (const LineParser &row : lineParsers) {
+        if (name == QLatin1String(row.name))
+            (parser.*row.operation)(&line);
+    }
+    QVERIFY(line.isEmpty() || name == u"open"_s || name == u"store"_s);
 }
 
-void takeAction(Parser &p, const QString &text, bool centered)
+QString taken(const QString &steps)
 {
-    QList<QFnToken> line = lineOf(text);
-    p.parseActionLine(&line, centered);
-    QVERIFY(line.isEmpty());
-}
-
-void takeText(Parser &p, QList<QFnToken> line, Qt::Alignment alignment)
-{
-    p.parseText(&line, nullptr, alignment);
-    QVERIFY(line.isEmpty());
+    Parser parser(nullptr);
+    for (const QString &step : steps.split(u'\n'))
+        take(parser, step);
+    return dump(parser);
 }
 
 // clang-format off
-const StepsRow lineRows[] = {
-    {"new", [](Parser &) {}, u"0 Undefined||"},
-    {"dialogue from Idle takes the open text", [](Parser &p) { enter(p, Parser::Idle, u"z"_s); take(p, &Parser::parseDialogueLine, u"a (b) c"_s); },
-     u"Dialogue||za \nParenthetical||b\nDialogue|| c\n3 Dialogue||"},
-    {"dialogue in a speech goes on", [](Parser &p) { enter(p, Parser::InDialogue, u"z"_s); take(p, &Parser::parseDialogueLine, u"a)("_s); },
-     u"Dialogue||za)\nParenthetical||\n3 Dialogue||"},
-    {"dialogue closes action", [](Parser &p) { enter(p, Parser::InAction, u"z"_s); take(p, &Parser::parseDialogueLine, u"a"_s); },
-     u"Action||z\nDialogue||a\n3 Dialogue||"},
-    {"action closes dialogue", [](Parser &p) { enter(p, Parser::InDialogue, u"z"_s); takeAction(p, u"a\tb"_s, false); },
-     u"Dialogue||z\n2 Action||a    b"},
-    {"action goes on, centred action does not", [](Parser &p) { takeAction(p, u"a"_s, false); takeAction(p, u" b "_s, false); takeAction(p, u" c "_s, true); },
-     u"Action||a b \n2 Action|c|c"},
-    {"text keeps the type of its element", [](Parser &p) { enter(p, Parser::InSynopsis, u"z"_s); takeText(p, lineOf(u"a**b** [[n]]\tc"_s), Qt::AlignLeft); },
-     u"Synopsis||za\nSynopsis|b|b\nSynopsis|| \nNotes||n\n6 Synopsis||\\tc"},
-    {"text in no state", [](Parser &p) { enter(p, Parser::Idle, u"z"_s); takeText(p, lineOf(u" a*b[[n]]c"_s), Qt::AlignRight); },
-     u"Undefined||z a\nNotes|i2|bn\n0 Undefined|i2|c"},
-    {"blanks go at the ends of centred action", [](Parser &p) { enter(p, Parser::InAction, u"z"_s); takeText(p, lineOf(u" \ta *b* "_s), Qt::AlignCenter); },
-     u"Action||za \nAction|i132|b\n2 Action|132|"},
-    {"blanks stay in any other state", [](Parser &p) { enter(p, Parser::InGeneral, u""_s); takeText(p, lineOf(u" a "_s), Qt::AlignHCenter); }, u"12 General|| a "},
-    {"notes", [](Parser &p) { enter(p, Parser::InNotes, u"z"_s); take(p, &Parser::parseNotes, u"a\t[[b]]"_s); }, u"Notes||za\\t\nNotes||b\n0 Notes||"},
-    {"general line", [](Parser &p) { enter(p, Parser::InAction, u"z"_s); take(p, &Parser::parseGeneralLine, u"a **b** [[n]]\tc"_s); },
-     u"Action||z\nGeneral||a \nGeneral|b|b\nGeneral|| \nNotes||n\nGeneral||\\tc\n0 Undefined||"},
-    {"synopsis and transition", [](Parser &p) { enter(p, Parser::InDialogue, u"z"_s); take(p, &Parser::parseSynopsis, u"a"_s); take(p, &Parser::parseTransitionLine, u"b"_s); },
-     u"Dialogue||z\nSynopsis||a\nTransition||b\n0 Undefined||"},
-    {"empty lines", [](Parser &p) { take(p, &Parser::parseCharacter, u""_s); take(p, &Parser::parseSceneHeading, u""_s); take(p, &Parser::parseSynopsis, u""_s); },
-     u"Character||\nScene Heading||\n0 Synopsis||"},
-    {"cue", [](Parser &p) { enter(p, Parser::InAction, u"z"_s); take(p, &Parser::parseCharacter, u" \tA CONT'D cont'd CONT'D\r"_s); },
-     u"Action||z\nCharacter||A cont'd cont'd CONT'D\n3 Dialogue||"},
-    {"heading", [](Parser &p) { take(p, &Parser::parseSceneHeading, u" \t a #1# b#2"_s); }, u"Scene Heading||a  b|#12\n0 Undefined||"},
-    {"section without text leaves its depth", [](Parser &p) { take(p, &Parser::parseSectionHeading, u"## "_s); takeAction(p, u"a"_s, false); }, u"2 Action||a|depth 2"},
-    {"marks are told by text, bold by kind", [](Parser &p) {
-         takeText(p, {{QFnToken::Space, u"*"_s}, {QFnToken::DoubleStar, u"a"_s}, {QFnToken::NewLine, u"_"_s}, {QFnToken::EndOfInput, u"b"_s}, {QFnToken::Word, u"**"_s}}, Qt::AlignLeft); },
-     u"0 Undefined|biu|b**"},
-    {"tokens without text", [](Parser &p) { takeText(p, {{QFnToken::Word, QString()}, {QFnToken::OpenNote, QString()}, {QFnToken::Kind(3), u"a"_s}, {QFnToken::CloseNote, u"x"_s}}, Qt::AlignLeft); },
-     u"Notes||a\n0 Undefined||"},
-    {"tokens that share the open text", [](Parser &p) { enter(p, Parser::InAction, u"z\t"_s); takeText(p, {{QFnToken::Word, p.currentElement.text}, {QFnToken::Word, p.currentElement.text}}, Qt::AlignLeft); },
-     u"2 Action||z\\tz    z    "},
-    {"state that stands closes text", [](Parser &p) { enter(p, Parser::InAction, u"a"_s); enter(p, Parser::InAction, u"b"_s); }, u"Action||a\n2 Action||b"},
-    {"leaving Idle closes nothing", [](Parser &p) { p.currentElement.text = u"a"_s; p.changeParserState(Parser::InNotes); }, u"9 Notes||a"},
-    {"going to Idle keeps the type", [](Parser &p) { enter(p, Parser::InNotes, u""_s); p.changeParserState(Parser::Idle); }, u"0 Notes||"},
-    {"element without text is stored when asked for", [](Parser &p) { enter(p, Parser::InAction, u""_s); p.appendCurrentElement(); }, u"Action||\n2 Undefined||"},
-    {"one line feed of action is cut", [](Parser &p) {
-         for (const QString &line : {u"Action||a\\n\\n"_s, u"Action||b"_s, u"Notes||c\\n"_s}) p.appendElement(new QFnElement(elementOf(line)));
-         p.appendElement(nullptr); }, u"Action||a\\n\nAction||b\nNotes||c\\n\n0 Undefined||"},
-    {"title page keeps both entries", [](Parser &p) { p.appendTitlePageElement(u"A"_s, u"1"_s); p.appendTitlePageElement(u"A"_s, u"2"_s); }, u"@A|2\n@A|1\n0 Undefined||"},
-    {"back to the start", [](Parser &p) { p.appendTitlePageElement(u"A"_s, u"1"_s); enter(p, Parser::InAction, u"a"_s); p.appendCurrentElement(); p.currentElement.text = u"b"_s; p.initParser(); },
-     u"0 Undefined||b"},
-    {"main loop takes what is open", [](Parser &p) { enter(p, Parser::InNotes, u"z"_s); p.buffer = u"a b\n"_s; p.parseBuffer(); }, u"Action||za b\n2 Undefined||"},
-    {"main loop at the end of the input", [](Parser &p) { p.buffer = u"a b\n"_s; p.currentToken = {QFnToken::EndOfInput, u"x"_s}; p.parseBuffer(); }, u"Undefined||\n0 Undefined||"},
+const Row stepRows[] = {
+    {"state 0 leaves the type", u"state 4\nstate 0", u"0 Scene Heading||"},
+    {"state 1 is none", u"state 4\nstate 1", u"1 Scene Heading||"},
+    {"action", u"state 2", u"2 Action||"},
+    {"dialogue", u"state 3", u"3 Dialogue||"},
+    {"section heading", u"state 5", u"5 Section Heading||"},
+    {"synopsis", u"state 6", u"6 Synopsis||"},
+    {"transition", u"state 7", u"7 Transition||"},
+    {"cue", u"state 8", u"8 Character||"},
+    {"notes", u"state 9", u"9 Notes||"},
+    {"parenthetical", u"state 10", u"10 Parenthetical||"},
+    {"page break", u"state 11", u"11 PageBreak||"},
+    {"general", u"state 12", u"12 General||"},
+    {"no state above", u"state 13", u"13 Undefined||"},
+    {"the same state closes text, Idle does not", u"open a\nstate 2\nstate 2\nopen b\nstate 0\nopen c\nstate 9", u"Action||a\nAction||b\n9 Notes||c"},
+    {"dialogue from Idle takes the open text", u"open z\ndialogue a (b) c", u"Dialogue||za \nParenthetical||b\nDialogue|| c\n3 Dialogue||"},
+    {"dialogue in a speech goes on", u"state 3\nopen z\ndialogue a)(", u"Dialogue||za)\nParenthetical||\n3 Dialogue||"},
+    {"dialogue closes action", u"state 2\nopen z\ndialogue a", u"Action||z\nDialogue||a\n3 Dialogue||"},
+    {"action closes dialogue", u"state 3\nopen z\naction a\tb", u"Dialogue||z\n2 Action||a    b"},
+    {"action goes on, centred action does not", u"action a\naction  b \ncentred  c ", u"Action||a b \n2 Action|c|c"},
+    {"text keeps the type of its element", u"state 6\nopen z\nleft a**b** [[n]]\tc", u"Synopsis||za\nSynopsis|b|b\nSynopsis|| \nNotes||n\n6 Synopsis||\\tc"},
+    {"text in no state", u"open z\ncenter  a*b[[n]]c", u"Undefined||z a\nNotes|i132|bn\n0 Undefined|i132|c"},
+    {"blanks go at the ends of centred action", u"state 2\nopen z\ncenter  \ta *b* ", u"Action||za \nAction|i132|b\n2 Action|132|"},
+    {"blanks stay in any other state", u"state 12\ncenter  a ", u"12 General|| a "},
+    {"notes in notes", u"state 9\nopen z\nnotes a\t[[b]]", u"Notes||za\\t\nNotes||b\n0 Notes||"},
+    {"general line", u"state 2\nopen z\ngeneral a **b** [[n]]\tc", u"Action||z\nGeneral||a \nGeneral|b|b\nGeneral|| \nNotes||n\nGeneral||\\tc\n0 Undefined||"},
+    {"synopsis and transition", u"state 3\nopen z\nsynopsis a\ntransition b", u"Dialogue||z\nSynopsis||a\nTransition||b\n0 Undefined||"},
+    {"empty lines", u"cue\nheading\nsynopsis", u"Character||\nScene Heading||\n0 Synopsis||"},
+    {"cue closes action", u"state 2\nopen z\ncue  \tA CONT'D cont'd CONT'D\r", u"Action||z\nCharacter||A cont'd cont'd CONT'D\n3 Dialogue||"},
+    {"heading", u"heading  \t a #1# b#2", u"Scene Heading||a  b|#12\n0 Undefined||"},
+    {"section without text leaves its depth", u"section ## \naction a", u"2 Action||a|depth 2"},
+    {"one line feed of action is cut", u"store Action||a\\n\\n\nstore Action||b\nstore\nstore Notes||c\\n", u"Action||a\\n\nAction||b\nNotes||c\\n\n0 Undefined||"},
 };
 
 /// Reads up to \a count tokens.
@@ -406,7 +356,7 @@ const ReadingRow readingRows[] = {
     {"each token", [](Parser &p) { p.buffer = u"ab cd"_s; return read(p, 3); }, u"W'ab' S' ' W'cd' 4 2"},
     {"rewind", [](Parser &p) { p.buffer = u"ab====c"_s; const QString first = read(p, 2); p.position = p.tokenStart; return first + read(p, 2); }, u"W'ab' P'==='P'===' W'c' 6 5"},
     {"rewind behind a boneyard", [](Parser &p) { p.buffer = u"a/*x*/b"_s; read(p, 2); p.position = p.tokenStart; return read(p, 1); }, u"W'b' 6 5 Boneyard||x"},
-    {"boneyard closes the open text", [](Parser &p) { enter(p, Parser::InNotes, u"z"_s); p.buffer = u"/*x*/"_s; read(p, 1); return dump(p.currentElement); }, u"Notes|| 5 4 Notes||z Boneyard||x"},
+    {"boneyard closes the open text", [](Parser &p) { p.changeParserState(Parser::InNotes); p.currentElement.text = u"z"_s; p.buffer = u"/*x*/"_s; read(p, 1); return dump(p.currentElement); }, u"Notes|| 5 4 Notes||z Boneyard||x"},
     {"another buffer", [](Parser &p) { p.buffer = u"one two"_s; const QString first = read(p, 1); p.buffer = u"x yz12 w"_s; return first + read(p, 2); }, u"W'one'W'z12' S' ' 6 5"},
     {"shorter buffer", [](Parser &p) { p.buffer = u"one two"_s; read(p, 3); p.buffer = u"x"_s; const QString kept = dump(p.currentToken); return kept + read(p, 1); }, u"W'two'E'' 7 6"},
     {"buffer that changes behind a line", [](Parser &p) {
@@ -426,14 +376,29 @@ const ReadingRow readingRows[] = {
     {"characters", [](Parser &p) { p.buffer = u"ab"_s; QString text = p.nextChar(); text += p.getch(); text += p.getch(); return text + QString::number(p.getch().unicode()); }, u"aab65535 2 -1"},
     {"white space", [](Parser &p) { p.buffer = u" \t\n\r a"_s; p.skipWhitespaces(); return QString(); }, u" 2 -1"},
     {"white space at the end", [](Parser &p) { p.buffer = u" \n"_s; p.skipWhitespaces(); return QString(); }, u" 1 -1"},
+    {"blanks in front of a line", [](Parser &p) { auto line = lineOf(u" \t a "_s), blank = lineOf(u"  "_s); p.skipWhitespaces(&line); p.skipWhitespaces(&line); p.skipWhitespaces(&blank); return dump(line.first()) + QString::number(blank.size()); }, u"W'a'0 -1 -1"},
     {"no white space", [](Parser &p) { p.buffer = u"a "_s; p.skipWhitespaces(); return QString(); }, u" -1 -1"},
+    {"marks are told by text, bold by kind", [](Parser &p) {
+         QList<QFnToken> line{{QFnToken::Space, u"*"_s}, {QFnToken::DoubleStar, u"a"_s}, {QFnToken::NewLine, u"_"_s}, {QFnToken::EndOfInput, u"b"_s}, {QFnToken::Word, u"**"_s}};
+         p.parseText(&line, nullptr, Qt::AlignLeft); return dump(p.currentElement); }, u"Undefined|biu|b** -1 -1"},
+    {"tokens without text, of no kind", [](Parser &p) {
+         QList<QFnToken> line{{QFnToken::Word, QString()}, {QFnToken::OpenNote, QString()}, {QFnToken::Kind(3), u"a"_s}, {QFnToken::CloseNote, u"x"_s}};
+         p.parseText(&line, nullptr, Qt::AlignLeft); return dump(p.currentElement); }, u"Undefined|| -1 -1 Notes||a"},
+    {"tokens that share the open text", [](Parser &p) {
+         p.changeParserState(Parser::InAction); p.currentElement.text = u"z\t"_s;
+         QList<QFnToken> line{{QFnToken::Word, p.currentElement.text}, {QFnToken::Word, p.currentElement.text}};
+         p.parseText(&line, nullptr, Qt::AlignLeft); return dump(p.currentElement); }, u"Action||z\\tz    z     -1 -1"},
+    {"title page keeps both entries", [](Parser &p) { p.appendTitlePageElement(u"A"_s, u"1"_s); p.appendTitlePageElement(u"A"_s, u"2"_s); return QString(); }, u" -1 -1 @A|2 @A|1"},
+    {"element without text is stored when asked for", [](Parser &p) { p.changeParserState(Parser::InAction); p.appendCurrentElement(); return QString::number(p.state) + dump(p.currentElement); }, u"2Undefined|| -1 -1 Action||"},
+    {"back to the start", [](Parser &p) { p.parse(u"Title: a\n\nb c\n"_s); p.currentElement.text = u"d"_s; p.state = Parser::InNotes; p.initParser(); return QString::number(p.state) + dump(p.currentElement); }, u"0Undefined||d -1 13"},
+    {"main loop takes what is open", [](Parser &p) { p.state = Parser::InNotes; p.currentElement.text = u"z"_s; p.buffer = u"a b\n"_s; p.parseBuffer(); return QString::number(p.state); }, u"2 3 3 Action||za b"},
+    {"main loop at the end of the input", [](Parser &p) { p.buffer = u"a b\n"_s; p.currentToken = {QFnToken::EndOfInput, u"x"_s}; p.parseBuffer(); return dump(p.currentToken); }, u"E'x' -1 -1 Undefined||"},
     {"end of a parse", [](Parser &p) { p.parse(u"a b\n"_s); return p.buffer + dump(p.currentToken); }, u"a b\\nE'' 3 3 Action||a b"},
 };
 // clang-format on
 
 } // namespace
 
-Q_DECLARE_METATYPE(Steps)
 Q_DECLARE_METATYPE(Reading)
 
 class ParserTest : public QObject
@@ -472,23 +437,8 @@ private Q_SLOTS:
             return Parser(nullptr).endsWithDblSpace(&line);
         });
     }
-    void states_data() { addRows(stateRows); }
-    void states() { check(typeOfState); }
-
-    void lineParsers_data()
-    {
-        QTest::addColumn<Steps>("steps");
-        QTest::addColumn<QString>("expected");
-        for (const StepsRow &row : lineRows)
-            QTest::newRow(row.name) << row.steps << textOf(row.expected);
-    }
-    void lineParsers()
-    {
-        QFETCH(Steps, steps);
-        Parser parser(nullptr);
-        steps(parser);
-        QTEST(dump(parser), "expected");
-    }
+    void steps_data() { addRows(stepRows); }
+    void steps() { check(taken); }
 
     void tokensInHand_data()
     {
@@ -505,15 +455,6 @@ private Q_SLOTS:
         parts << QString::number(parser.position) << QString::number(parser.tokenStart);
         parts += dump(*parser.document).split(u'\n', Qt::SkipEmptyParts);
         QTEST(parts.join(u' '), "expected");
-    }
-
-    void spacesInFrontOfALine()
-    {
-        for (const QString &text : {u" \t a "_s, u"a "_s, u"  "_s, u""_s}) {
-            QList<QFnToken> line = lineOf(text);
-            Parser(nullptr).skipWhitespaces(&line);
-            QCOMPARE(line.size(), lineOf(text.trimmed()).size() + (text.contains(u'a') ? 1 : 0));
-        }
     }
 
     void secondParseIsLikeTheFirst()
