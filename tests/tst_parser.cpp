@@ -174,14 +174,17 @@ const Row dispatchRows[] = {
     {"marks in or above text", u"a\n> b\n\n# c\n= d\n", u"Action||a> b\\n# c= d"},
     {"behind emphasis", u"**>x**\n\n*= y*\n\n**# z**\n\n", u"Transition|b|x\nSynopsis|i| y\nSection Heading||**# z**"},
     {"headings behind emphasis", u"**.x**\n\n_INT. y\n\n", u"Scene Heading||**x**\nAction|u|INT. y"},
-    {"any case of TO:", u"\xD801" u"tO:\n\nA \u0130TO:\n\nO:\n\n", u"Transition||\xD801" u"tO:\nTransition||A \u0130TO:\nAction||O:"},
+    {"TO: behind letters beyond ASCII", u"A \u0130TO:\n\nO:\n\n", u"Transition||A \u0130TO:\nAction||O:"},
     {"capitals and TO:", u" A TO:\n\n**TO:**\n\n", u"Transition|| A TO:\nTransition|b|TO:\nTransition||"},
     {"not quite a transition", u"Cut to:\n\nTO: \n\nTHE END\n\n", u"Action||Cut to:\\nTO: \\nTHE END"},
     {"emphasis alone gives nothing", u"**\na b\n\nC\n*_*\nd\n", u"Action||a b\nCharacter||C\nDialogue||d"},
     {"a and z are small letters, what stands beside them is none", u"Aa\nx\n\nAz\nx\n\n`{\u0080\nx\n", u"Action||Aax\\nAzx\nCharacter||`{\u0080\nDialogue||x"},
     {"letters that change", u"\u0149\nx\n\n\u01c5\ny\n\nA\u00dfE\nz\n", u"Action||\u0149x\\n\u01c5y\\nA\u00dfEz"},
     {"split pair of a small letter", u"\xD801/*x*/\xDC28\ny\n", u"Boneyard||x\nAction||\U00010428y"},
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0) // to Qt 6 a letter behind a lone surrogate has capitals
+    {"TO: without capitals", u"\xD801" u"tO:\n\n", u"Transition||\xD801" u"tO:"},
     {"a lone surrogate keeps the letter behind it from having capitals", u"\xD801" u"b\nx\n", u"Character||\xD801" u"b\nDialogue||x"},
+#endif
     {"lone surrogates are kept", u"\xDC28 \xD801\n\xD801\n", u"Character||\xDC28 \xD801\nDialogue||\xD801"},
 };
 // clang-format on
