@@ -14,21 +14,17 @@ struct TypeRow
 };
 
 // The two headings give a name with a blank and are known by one without.
+// clang-format off
 constexpr TypeRow typeRows[] = {
-    {0, u"Undefined", u"Undefined"},
-    {1, u"Action", u"Action"},
-    {2, u"Boneyard", u"Boneyard"},
-    {3, u"Character", u"Character"},
-    {4, u"Notes", u"Notes"},
-    {5, u"Dialogue", u"Dialogue"},
-    {6, u"PageBreak", u"PageBreak"},
-    {7, u"Parenthetical", u"Parenthetical"},
-    {8, u"Scene Heading", u"SceneHeading"},
-    {9, u"Section Heading", u"SectionHeading"},
-    {10, u"Synopsis", u"Synopsis"},
-    {11, u"Transition", u"Transition"},
+    {0, u"Undefined", u"Undefined"},              {1, u"Action", u"Action"},
+    {2, u"Boneyard", u"Boneyard"},                {3, u"Character", u"Character"},
+    {4, u"Notes", u"Notes"},                      {5, u"Dialogue", u"Dialogue"},
+    {6, u"PageBreak", u"PageBreak"},              {7, u"Parenthetical", u"Parenthetical"},
+    {8, u"Scene Heading", u"SceneHeading"},       {9, u"Section Heading", u"SectionHeading"},
+    {10, u"Synopsis", u"Synopsis"},               {11, u"Transition", u"Transition"},
     {12, u"General", u"General"},
 };
+// clang-format on
 
 // The style of an element and its two formats.
 const Row styleRows[] = {
