@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 The ZemFountain authors
+// SPDX-License-Identifier: MIT
+
+#ifndef HOST_READING_H
+#define HOST_READING_H
+
+#include "model/qfnelement.h"
+
+#include <QtCore/QPair>
+#include <QtCore/QString>
+#include <QtCore/QVector>
+
+/// The host's one reading of a script. The library tells what kind of paragraph a line is; around
+/// that the reading keeps what the library drops or joins: lines, keywords, comments and marks that
+/// do not pair up.
+namespace Host {
+
+/// A piece of a paragraph with one look.
+struct Stretch
+{
+    enum Kind {
+        Text,
+        Note,   ///< A note within a line, with its marks.
+        Comment ///< A comment within a line, with its marks.
+    };
+
+    QString text; ///< A piece of the source, with QChar::LineSeparator for the line ends in it.
+    bool bold = false;
+    bool italic = false;
+    bool underline = false;
+    Kind kind = Text;
+    int start = -1; ///< Index of its first UTF-16 unit in the source, -1 where there is no source.
+
+    bool looksLike(const Stretch &other) const
+    {
+        return bold == other.bold && italic == other.italic && underline == other.underline;
+    }
+};
+
+/// One paragraph of a script: a heading, a cue, a line of a speech, some lines of action.
+struct Paragraph
+{
+    QFnElement::Type type = QFnElement::Action; ///< A blank line is Action without text.
+    bool titlePage = false; ///< An entry of the title page: key, colon and value. Of type General.
+    bool centred = false;   ///< Only action is.
+    int line = 0;           ///< The first of its lines in the source, counted from 0.
+    int lineCount = 1;
+    QVector<Stretch> stretches; ///< The text, without the marks that tell kind and emphasis.
+    QString sceneNumber;        ///< Of a heading, else empty.
+    int depth = 0;              ///< Of a section, else 0.
+    /// How it stands in the source, with the line end behind it and the blank line above it. Empty
+    /// where written() gives the same without it.
+    QString source;
+
+    QString text() const; ///< The texts of the stretches.
+};
+
+/// The paragraphs of \a source, whose lines end in LF. No text fails.
+QVector<Paragraph> read(const QString &source);
+
+/// How a paragraph is written: as it stood in its source, if it has one; in the customary form; or
+/// with a mark that forces its kind.
+enum class Form { Source, Customary, Forced };
+
+/// \a paragraph in \a form, with the line end behind it and the blank line that parts it from the
+/// paragraph \a above, which is null for the first one.
+QString written(const Paragraph &paragraph, const Paragraph *above, Form form);
+
+/// The script with these paragraphs. Of what read() gave, that is the source.
+QString written(const QVector<Paragraph> &paragraphs);
+
+/// A heading as its text and its number: "INT. SEA #4#" is "INT. SEA" and "4". The number is empty
+/// where there is none.
+QPair<QString, QString> splitHeading(const QString &text);
+
+} // namespace Host
+
+#endif
