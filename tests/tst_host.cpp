@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "dump.h"
+#include "host/files.h"
 #include "host/importing.h"
 #include "parser/qfnfastparser.h"
 
@@ -9,6 +10,9 @@
 #include <QtCore/QRegularExpression>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QTextDocument>
+
+#include <csignal>
+#include <sys/resource.h>
 
 namespace {
 
@@ -97,7 +101,11 @@ const Refusal refusals[] = {
     {"no rich text", {u"export"_s, u"good"_s, u"o"_s}, 1, "good: unknown ending"},
     {"no place", {u"import"_s, u"good"_s, u"none/o.pdf"_s}, 1, "none/o.pdf: cannot be written"},
     {"onto a folder", {u"export"_s, u"in.html"_s, u"folder"_s}, 1, "folder: is a folder"},
-    {"full disk", {u"export"_s, u"in.html"_s, u"/dev/full"_s}, 1, "/dev/full: cannot be written"},
+    {"UTF-16",
+     {u"elements"_s, u"it's"_s},
+     1,
+     "it's: is UTF-16LE, not UTF-8, at byte 0, counted from 0; mend it with: iconv -f UTF-16LE -t "
+     "UTF-8 'it'\\''s'\n"},
     {"no command", {}, 2, "no command"},
     {"unknown command", {u"edti"_s}, 2, "edti: no such command"},
     {"files missing", {u"import"_s, u"good"_s}, 2, "import: takes 2 file names"},
@@ -118,6 +126,7 @@ private Q_SLOTS:
         create(path(u"good"_s), "Anna enters.\n");
         create(path(u"in.html"_s), "<p>x</p>");
         create(path(u"latin"_s), "Caf\n\xE9 b\n");
+        create(path(u"it's"_s), QByteArray("a\0\n\0", 4));
         create(path(u"short"_s), "ab\xEF\xBF");
         create(path(u"mark"_s), "\xEF\xBB\xBF"
                                 "ab\xED\xA0\x80");
@@ -145,6 +154,50 @@ private Q_SLOTS:
         create(path(u"o.html"_s), "older");
         QCOMPARE(run({u"import"_s, u"latin"_s, u"o.html"_s}, m_folder->path()).code, 1);
         QCOMPARE(contents(path(u"o.html"_s)), QByteArray("older"));
+    }
+
+    void shortWriteLeavesTheOlderFile()
+    {
+        create(path(u"o"_s), "older");
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit before;
+        QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
+        for (const int most : {0, 1, 99}) {
+            const rlimit limit = {rlim_t(most), before.rlim_max};
+            QCOMPARE(setrlimit(RLIMIT_FSIZE, &limit), 0);
+            QString error;
+            const bool saved = Host::saveBytes(path(u"o"_s), QByteArray(100, 'x'), &error);
+            QCOMPARE(setrlimit(RLIMIT_FSIZE, &before), 0);
+            QVERIFY(!saved);
+            QVERIFY2(error.endsWith(u"/o: cannot be written: File too large"_s), qPrintable(error));
+            QCOMPARE(contents(path(u"o"_s)), QByteArray("older"));
+            QCOMPARE(QDir(m_folder->path()).entryList({u"o*"_s}), QStringList{u"o"_s});
+        }
+    }
+
+    void savedAgainIsTheSameFile_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("LF") << QByteArray("a\n\nb") << u"a\n\nb"_s;
+        QTest::newRow("CR LF") << QByteArray("a\r\n\r\nb\r\n") << u"a\n\nb\n"_s;
+        QTest::newRow("CR") << QByteArray("a\r\rb\r") << u"a\n\nb\n"_s;
+        QTest::newRow("one line") << QByteArray("a\0b", 3) << QString(u"a\0b"_s);
+        QTest::newRow("mark") << QByteArray("\xEF\xBB\xBF"
+                                            "a")
+                              << u"a"_s;
+        QTest::newRow("two marks") << QByteArray("\xEF\xBB\xBF\xEF\xBB\xBF\r") << u"\uFEFF\n"_s;
+    }
+
+    void savedAgainIsTheSameFile()
+    {
+        QFETCH(QByteArray, bytes);
+        create(path(u"s"_s), bytes);
+        QString text, error;
+        Host::TextForm form;
+        QVERIFY2(Host::readText(path(u"s"_s), &text, &error, &form), qPrintable(error));
+        QTEST(text, "text");
+        QCOMPARE(Host::toBytes(text, form), bytes);
     }
 
     void wayBack_data() { addRows(wayBackRows); }
