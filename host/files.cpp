@@ -3,49 +3,32 @@
 
 #include "host/files.h"
 
-#include <QtCore/QByteArray>
+#include "host/quoting.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QSaveFile>
-#include <QtCore/QString>
 
 #include <algorithm>
 #include <cstdio>
-#include <iterator>
 
 namespace {
 
 constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
 constexpr QLatin1String lineEnds[] = {QLatin1String("\n"), QLatin1String("\r\n"),
-                                      QLatin1String("\r")};
+                                      QLatin1String("\r")}; // in the order of TextForm::LineEnd
 
-/// An encoding and the bytes at the start of a file that tell it, where 'x' is any but zero.
-struct Encoding
-{
-    const char *name; ///< as iconv knows it
-    const char *mark;
-    int length;
-};
-
-// The longer mark first: that of UTF-16 is the start of the other.
-constexpr Encoding encodings[] = {
-    {"UTF-32", "\xFF\xFE\0\0", 4}, {"UTF-32", "\0\0\xFE\xFF", 4}, {"UTF-16", "\xFF\xFE", 2},
-    {"UTF-16", "\xFE\xFF", 2},     {"UTF-16LE", "x\0x\0", 4},     {"UTF-16BE", "\0x\0x", 4},
-};
-
-/// The name of the encoding, other than UTF-8, that \a bytes show by their start, null if none.
+/// The encoding, other than UTF-8, that the first bytes of a file show. Null if none.
 const char *encodingOf(const QByteArray &bytes)
 {
-    const auto matches = [](char mark, char byte) {
-        return mark == 'x' ? byte != 0 : mark == byte;
-    };
-    for (const Encoding &e : encodings) {
-        if (bytes.size() >= e.length
-            && std::equal(e.mark, e.mark + e.length, bytes.begin(), matches))
-            return e.name;
-    }
-    return nullptr;
+    if (bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF"))
+        return "UTF-16";
+    // Without a mark, half of each Latin letter is zero.
+    const auto zeros = [&bytes](int i) { return bytes.at(i) == 0 && bytes.at(i + 2) == 0; };
+    if (bytes.size() >= 4 && zeros(1))
+        return "UTF-16LE";
+    return bytes.size() >= 4 && zeros(0) ? "UTF-16BE" : nullptr;
 }
 
 /// The index of the first byte at which \a bytes, read as \a text, is not UTF-8, or -1.
@@ -64,44 +47,29 @@ int firstBadByte(const QByteArray &bytes, const QString &text)
     return index;
 }
 
-/// The command that makes the file at \a path UTF-8.
-QString mending(const QString &path, const char *encoding)
+/// What is wrong with a file that is not UTF-8 at \a byte, and the command that makes it so.
+QString notUtf8(const QString &path, const char *encoding, int byte)
 {
+    const auto words = QStringLiteral("is %1not UTF-8 at byte %2, counted from 0; mend it with: "
+                                      "iconv -f %3 -t UTF-8%4");
     // What shows no mark comes from an older system, nearly always in this encoding.
-    auto command = QStringLiteral("; mend it with: iconv -f %1 -t UTF-8")
-                       .arg(QLatin1String(encoding ? encoding : "WINDOWS-1252"));
-    if (path != Host::standardStream)
-        command += QLatin1String(" '")
-                   + QString(path).replace(QLatin1String("'"), QLatin1String("'\\''"))
-                   + QLatin1Char('\'');
-    return command;
+    const QString from = QLatin1String(encoding ? encoding : "WINDOWS-1252");
+    return words.arg(encoding ? from + QLatin1String(", ") : QString())
+        .arg(byte)
+        .arg(from, path == Host::standardStream ? QString() : u' ' + Host::quotedForShell(path));
 }
 
-bool openToRead(QFile *file, const QString &path)
-{
-    return path == Host::standardStream ? file->open(stdin, QIODevice::ReadOnly)
-                                        : file->open(QIODevice::ReadOnly);
-}
-
-/// Goes on behind a short count, which has no reason yet: the next write has it.
+/// Writes all of \a bytes. Goes on behind a short count, which has no reason yet: the next write
+/// has it.
 bool writeAll(QFileDevice *file, const QByteArray &bytes)
 {
-    qint64 done = 0;
-    while (done < bytes.size()) {
-        const qint64 count = file->write(bytes.constData() + done, bytes.size() - done);
+    qint64 count = 0;
+    for (qint64 done = 0; done < bytes.size(); done += count) {
+        count = file->write(bytes.constData() + done, bytes.size() - done);
         if (count <= 0)
             return false;
-        done += count;
     }
     return true;
-}
-
-/// Writes to what is there already and can't be replaced: a device, a pipe, standard output.
-bool writeThrough(QFile *file, const QString &path, const QByteArray &bytes)
-{
-    const QIODevice::OpenMode mode = QIODevice::WriteOnly | QIODevice::Unbuffered;
-    const bool open = path == Host::standardStream ? file->open(stdout, mode) : file->open(mode);
-    return open && writeAll(file, bytes) && file->flush();
 }
 
 } // namespace
@@ -114,19 +82,18 @@ bool Host::fail(const QString &path, const QString &reason, QString *error)
 
 bool Host::readText(const QString &path, QString *text, QString *error, TextForm *form)
 {
-    if (path != standardStream) {
-        const QFileInfo info(path);
-        if (!info.exists())
-            return fail(path, QStringLiteral("no such file"), error);
-        if (info.isDir())
-            return fail(path, QStringLiteral("is a folder, not a file"), error);
-    }
     QFile file(path);
+    const bool isStream = path == standardStream;
+    if (!isStream && !file.exists())
+        return fail(path, QStringLiteral("no such file"), error);
+    if (!isStream && QFileInfo(path).isDir())
+        return fail(path, QStringLiteral("is a folder, not a file"), error);
     QByteArray bytes;
-    if (openToRead(&file, path))
+    if (isStream ? file.open(stdin, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly))
         bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
-        return fail(path, QStringLiteral("cannot be read: ") + file.errorString(), error);
+        return fail(isStream ? QStringLiteral("standard input") : path,
+                    QStringLiteral("cannot be read: ") + file.errorString(), error);
 
     // With its size, since a byte array alone is read up to its first zero only. The decoder takes
     // off the mark in front.
@@ -136,12 +103,8 @@ bool Host::readText(const QString &path, QString *text, QString *error, TextForm
     const int skipped = found.byteOrderMark ? int(sizeof byteOrderMark) - 1 : 0;
     const char *const encoding = encodingOf(bytes);
     const int bad = encoding ? 0 : firstBadByte(bytes.mid(skipped), read);
-    if (bad >= 0) {
-        const auto reason = QStringLiteral("is %1 at byte %2, counted from 0");
-        const QString name = encoding ? QLatin1String(encoding) + QLatin1String(", not UTF-8,")
-                                      : QStringLiteral("not UTF-8");
-        return fail(path, reason.arg(name).arg(bad + skipped) + mending(path, encoding), error);
-    }
+    if (bad >= 0)
+        return fail(path, notUtf8(path, encoding, bad + skipped), error);
 
     const auto end =
         std::find_if(read.cbegin(), read.cend(), [](QChar c) { return c == u'\n' || c == u'\r'; });
@@ -156,27 +119,28 @@ bool Host::readText(const QString &path, QString *text, QString *error, TextForm
 
 QByteArray Host::toBytes(QString text, const TextForm &form)
 {
-    if (form.lineEnd != TextForm::Lf)
-        text.replace(lineEnds[TextForm::Lf], lineEnds[form.lineEnd]);
+    text.replace(lineEnds[TextForm::Lf], lineEnds[form.lineEnd]);
     return (form.byteOrderMark ? QByteArray(byteOrderMark) : QByteArray()) + text.toUtf8();
 }
 
 bool Host::saveBytes(const QString &path, const QByteArray &bytes, QString *error)
 {
+    const bool isStream = path == standardStream;
     const auto unwritable = [&](const QFileDevice &file) {
-        return fail(path, QStringLiteral("cannot be written: ") + file.errorString(), error);
+        return fail(isStream ? QStringLiteral("standard output") : path,
+                    QStringLiteral("cannot be written: ") + file.errorString(), error);
     };
+    // Unbuffered, because QSaveFile's commit() does not see that the last of a buffer was lost.
+    const QIODevice::OpenMode mode = QIODevice::WriteOnly | QIODevice::Unbuffered;
     const QFileInfo info(path);
-    if (path != standardStream && info.isDir())
+    if (!isStream && info.isDir())
         return fail(path, QStringLiteral("is a folder, not a file"), error);
-    if (path == standardStream || (info.exists() && !info.isFile())) {
+    if (isStream || (info.exists() && !info.isFile())) {
         // A rename would put an ordinary file in the place of the device.
         QFile device(path);
-        return writeThrough(&device, path, bytes) || unwritable(device);
+        const bool open = isStream ? device.open(stdout, mode) : device.open(mode);
+        return (open && writeAll(&device, bytes) && device.flush()) || unwritable(device);
     }
-    // Unbuffered, because commit() does not see that the last of a buffer could not be written.
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || !writeAll(&file, bytes))
-        return unwritable(file);
-    return file.commit() || unwritable(file);
+    return (file.open(mode) && writeAll(&file, bytes) && file.commit()) || unwritable(file);
 }

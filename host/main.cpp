@@ -1,202 +1,154 @@
 // SPDX-FileCopyrightText: 2026 The ZemFountain authors
 // SPDX-License-Identifier: MIT
 
+#include "bridge/ZemFountain.h"
 #include "host/exporting.h"
 #include "host/files.h"
-#include "host/importing.h"
-#include "host/pdf.h"
-#include "host/titlepage.h"
+#include "host/listing.h"
+#include "host/options.h"
+#include "host/records.h"
 #include "host/window.h"
 #include "model/qfndocument.h"
-#include "parser/qfnfastparser.h"
+#include "writer/qfnwriter.h"
 
 #include <QtCore/QBuffer>
-#include <QtCore/QCommandLineParser>
-#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QLoggingCategory>
-#include <QtGui/QGuiApplication>
-#include <QtGui/QTextCursor>
 #include <QtGui/QTextDocument>
-#include <QtGui/QTextDocumentWriter>
 #include <QtWidgets/QApplication>
 
-#include <algorithm>
+#include <csignal>
 #include <cstdio>
-#include <iterator>
-#include <memory>
+#include <cstdlib>
 
 namespace {
 
+using Host::Options;
+
 enum ExitCode : int { Success = 0, Failure = 1, WrongUse = 2 };
 
-QString ending(const QString &path)
+/// One line on standard error. UTF-8, so that the name of a file is shown whole in any locale.
+ExitCode report(const QString &message, ExitCode code)
 {
-    return QFileInfo(path).suffix().toLower();
+    std::fprintf(stderr, "zemscript: %s\n", message.toUtf8().constData());
+    return code;
 }
 
-/// The bytes of \a document in a format that Qt's writer knows by name.
-QByteArray written(QTextDocument *document, const char *format)
+ExitCode save(const QString &path, const QByteArray &bytes)
 {
+    QString error;
+    return Host::saveBytes(path, bytes, &error) ? Success : report(error, Failure);
+}
+
+/// One line about a file whose ending is none of \a known.
+ExitCode reportEnding(const QString &path, const QString &known)
+{
+    const auto words = QStringLiteral("%1: unknown ending; known: %2");
+    const bool isStream = path == Host::standardStream;
+    return report(words.arg(path, known) + QLatin1String(isStream ? ", told by --to" : ""),
+                  isStream ? WrongUse : Failure);
+}
+
+ExitCode importFile(const Options &options)
+{
+    const QString script = options.paths.first();
+    const QString out = options.paths.value(1, Host::standardStream);
+    const Host::Format *const format =
+        options.to ? options.to : Host::formatOf(QFileInfo(out).suffix());
+    if (!format)
+        return reportEnding(out, Host::formatNames());
+    if (options.plain && format->isPages)
+        return report(format->name + QLatin1String(": pages are not made by --plain"), WrongUse);
+
+    Host::Work work;
+    QString problem;
+    if (!Host::readText(script, &work.text, &problem))
+        return report(problem, Failure);
+    work.name = QFileInfo(script).completeBaseName();
+    work.plain = options.plain;
+    work.paper = options.paper;
+    const QByteArray bytes = format->make(work, &problem);
+    if (!problem.isEmpty())
+        report(problem, Failure);
+    return !problem.isEmpty() && bytes.isEmpty() ? Failure : save(out, bytes);
+}
+
+/// What ZemFountain::writeFile() writes, in memory: only so is it whole in the file or not at all.
+QByteArray plainScript(const QTextDocument &document)
+{
+    QFnDocument model(nullptr);
+    ZemFountain::toFountainDocument(document, Host::records(), &model, nullptr);
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
-    QTextDocumentWriter(&buffer, format).write(document);
+    QFnWriter(&buffer).write(&model);
     return buffer.data();
 }
 
-/// The ODF writer names a face for each text, its own where the text has none.
-QByteArray toOdt(QTextDocument *document)
+ExitCode exportFile(const Options &options)
 {
-    QTextCharFormat face;
-    face.setFontFamilies({QStringLiteral("Courier New")});
-    face.setFontPointSize(document->defaultFont().pointSizeF());
-    QTextCursor all(document);
-    all.select(QTextCursor::Document);
-    all.mergeCharFormat(face);
-    return written(document, "ODF");
-}
-
-struct Output
-{
-    QLatin1String ending;
-    QByteArray (*make)(QTextDocument *document);
-};
-
-const Output outputs[] = {
-    {QLatin1String("html"), [](QTextDocument *document) { return written(document, "HTML"); }},
-    {QLatin1String("odt"), toOdt},
-    {QLatin1String("txt"), [](QTextDocument *document) { return written(document, "plaintext"); }},
-    {QLatin1String("pdf"), [](QTextDocument *document) { return Host::toPdf(*document); }},
-};
-
-bool importFile(const QStringList &paths, QString *error)
-{
-    const auto output = std::find_if(std::begin(outputs), std::end(outputs), [&](const Output &o) {
-        return o.ending == ending(paths.at(1));
-    });
-    if (output == std::end(outputs))
-        return Host::fail(paths.at(1),
-                          QStringLiteral("unknown ending; .html, .odt, .pdf and .txt are known"),
-                          error);
-    QString text;
-    if (!Host::readText(paths.at(0), &text, error))
-        return false;
-    QTextDocument document;
-    Host::importScript(text, &document);
-    return Host::saveBytes(paths.at(1), output->make(&document), error);
-}
-
-bool exportFile(const QStringList &paths, QString *error)
-{
-    if (ending(paths.at(0)) != QLatin1String("html"))
-        return Host::fail(paths.at(0), QStringLiteral("unknown ending; .html is known"), error);
+    const QString richText = options.paths.first();
+    const QString ending = QFileInfo(richText).suffix();
+    if (richText != Host::standardStream
+        && ending.compare(QLatin1String("html"), Qt::CaseInsensitive) != 0)
+        return reportEnding(richText, QStringLiteral("html"));
+    const QString out = options.paths.value(1, Host::standardStream);
     QString html;
-    if (!Host::readText(paths.at(0), &html, error))
-        return false;
+    QString error;
+    if (!Host::readText(richText, &html, &error))
+        return report(error, Failure);
     QTextDocument document;
     document.setHtml(html);
-    return Host::saveBytes(paths.at(1), Host::exportScript(document), error);
+    if (options.plain)
+        return save(out, plainScript(document));
+    return save(out, Host::exportScript(document));
 }
 
-/// \a text in quotes and on one line.
-QString quoted(QString text)
-{
-    text.replace(QLatin1String("\\"), QLatin1String("\\\\"));
-    text.replace(QLatin1String("\n"), QLatin1String("\\n"));
-    text.replace(QLatin1String("\r"), QLatin1String("\\r"));
-    return QLatin1Char('"') + text + QLatin1Char('"');
-}
-
-/// What is set in an element beside its type and text.
-QString details(const QFnElement &element)
+ExitCode listElements(const Options &options)
 {
     QString text;
-    if (element.style.bold)
-        text += QLatin1String(" bold");
-    if (element.style.italic)
-        text += QLatin1String(" italic");
-    if (element.style.underline)
-        text += QLatin1String(" underline");
-    if (element.style.alignment & Qt::AlignHCenter)
-        text += QLatin1String(" centred");
-    if (element.sectionDepth > 0)
-        text += QStringLiteral(" depth %1").arg(element.sectionDepth);
-    if (!element.sceneNumber.isEmpty())
-        text += QLatin1String(" number ") + quoted(element.sceneNumber);
-    return text;
+    QString error;
+    if (!Host::readText(options.paths.first(), &text, &error))
+        return report(error, Failure);
+    return save(Host::standardStream, Host::listing(text).toUtf8());
 }
 
-bool printElements(const QStringList &paths, QString *error)
+/// Qt ends with a core dump where it finds no display.
+[[noreturn]] void endWithoutDisplay()
 {
-    QString text;
-    if (!Host::readText(paths.at(0), &text, error))
-        return false;
-    QFnFastParser parser(nullptr);
-    parser.parse(text);
-    QString listing;
-    const auto addLine = [&listing](const QString &kind, const QString &rest) {
-        listing += kind.leftJustified(16) + rest + QLatin1Char('\n');
-    };
-    for (const auto &entry : Host::titleEntries(parser.document->titlePage))
-        addLine(QStringLiteral("Title Page"),
-                quoted(entry.first) + QLatin1String(": ") + quoted(entry.second));
-    for (const QFnElement *element : parser.document->elements)
-        addLine(QFnElement::toString(element->type), quoted(element->text) + details(*element));
-    QFile out;
-    const bool written =
-        out.open(stdout, QIODevice::WriteOnly) && out.write(listing.toUtf8()) >= 0 && out.flush();
-    return written || Host::fail(QStringLiteral("standard output"), out.errorString(), error);
+    std::_Exit(report(QStringLiteral("edit: there is no usable display"), Failure));
 }
 
-bool edit(const QStringList &paths, QString *error)
+ExitCode edit(const Options &options, int argc, char **argv)
 {
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &, const QString &) {
+        if (type == QtFatalMsg)
+            endWithoutDisplay();
+    });
+    QApplication application(argc, argv);
+    // These run without a display, and nobody would see the window.
+    if (QStringList{QStringLiteral("offscreen"), QStringLiteral("minimal")}.contains(
+            QGuiApplication::platformName()))
+        endWithoutDisplay();
     Host::Window window;
-    if (!paths.isEmpty() && !window.open(paths.at(0), error))
-        return false;
+    QString error;
+    if (!options.paths.isEmpty() && !window.open(options.paths.first(), &error))
+        return report(error, Failure);
     window.show();
-    return QApplication::exec() == 0;
+    return QApplication::exec() == 0 ? Success : Failure;
 }
 
-struct Command
+ExitCode run(const Options &options)
 {
-    QLatin1String name;
-    int least, most; ///< how many paths it takes
-    bool (*run)(const QStringList &paths, QString *error);
-};
-
-constexpr char editName[] = "edit";
-
-constexpr Command commands[] = {
-    {QLatin1String("import"), 2, 2, importFile},
-    {QLatin1String("export"), 2, 2, exportFile},
-    {QLatin1String("elements"), 1, 1, printElements},
-    {QLatin1String(editName), 0, 1, edit},
-};
-
-constexpr char description[] =
-    "Fountain screenplays to rich text and back.\n\n"
-    "  zemscript import SCRIPT.fountain OUT           OUT ends in .html, .odt, .pdf or .txt\n"
-    "  zemscript export RICHTEXT.html OUT.fountain  rich text that import wrote\n"
-    "  zemscript elements SCRIPT.fountain             what the parser makes of the script\n"
-    "  zemscript edit [SCRIPT.fountain]               a window to write in";
-
-/// Whether the platform of windows, X11 or Wayland where it is not part of the system, is there.
-bool hasDisplay()
-{
-#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
-    const char *const names[] = {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"};
-    return std::any_of(std::begin(names), std::end(names),
-                       [](const char *name) { return !qEnvironmentVariableIsEmpty(name); });
-#else
-    return true;
-#endif
-}
-
-int report(const QString &message, ExitCode code)
-{
-    // In UTF-8, so that the name of a file is shown whole in any locale.
-    std::fprintf(stderr, "zemscript: %s\n", message.toUtf8().constData());
-    return code;
+    switch (options.command) {
+    case Options::Import:
+        return importFile(options);
+    case Options::Export:
+        return exportFile(options);
+    case Options::Elements:
+        return listElements(options);
+    default:
+        return save(Host::standardStream, options.answer.toUtf8());
+    }
 }
 
 } // namespace
@@ -205,50 +157,24 @@ int main(int argc, char *argv[])
 {
     // What Qt has to say about its surroundings would hide the one line that counts.
     QLoggingCategory::setFilterRules(QStringLiteral("*.warning=false"));
-    // The kind of application has to be known before it reads the command line. Only one command
-    // needs a display, and its help does not.
-    const bool edits = argc > 1 && qstrcmp(argv[1], editName) == 0;
-    const bool displayMissing = edits && !hasDisplay();
-    if ((!edits || displayMissing) && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    const std::unique_ptr<QGuiApplication> application(edits ? new QApplication(argc, argv)
-                                                             : new QGuiApplication(argc, argv));
+#ifdef SIGXFSZ
+    std::signal(SIGXFSZ, SIG_IGN); // A file that grows too large is a write that fails.
+#endif
     QCoreApplication::setApplicationName(QStringLiteral("zemscript"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(ZEMSCRIPT_VERSION));
-
-    QCommandLineParser line;
-    line.setApplicationDescription(QString::fromLatin1(description));
-    const QCommandLineOption help = line.addHelpOption();
-    const QCommandLineOption version = line.addVersionOption();
-    line.addPositionalArgument(QStringLiteral("command"),
-                               QStringLiteral("import, export, elements or edit"));
-    line.addPositionalArgument(QStringLiteral("files"), QStringLiteral("as above"),
-                               QStringLiteral("files..."));
-    // Not process(), which leaves with 1 for wrong use.
-    if (!line.parse(QCoreApplication::arguments()))
-        return report(line.errorText(), WrongUse);
-    if (line.isSet(help))
-        line.showHelp(Success);
-    if (line.isSet(version))
-        line.showVersion();
-
-    QStringList paths = line.positionalArguments();
-    if (paths.isEmpty())
-        return report(QStringLiteral("no command given; see zemscript --help"), WrongUse);
-    const QString name = paths.takeFirst();
-    const auto command = std::find_if(std::begin(commands), std::end(commands),
-                                      [&name](const Command &c) { return c.name == name; });
-    if (command == std::end(commands))
-        return report(name + QLatin1String(": no such command; see zemscript --help"), WrongUse);
-    if (paths.size() < command->least || paths.size() > command->most) {
-        const auto wrong = QStringLiteral("%1: takes %2 file names, not %3; see zemscript --help");
-        const QString most = QString::number(command->most);
-        const bool fixed = command->least == command->most;
-        const QString taken = fixed ? most : QStringLiteral("at most ") + most;
-        return report(wrong.arg(name, taken).arg(paths.size()), WrongUse);
+    Options options;
+    {
+        const QCoreApplication application(argc, argv);
+        QString error;
+        if (!Host::parse(QCoreApplication::arguments(), &options, &error))
+            return report(error, WrongUse);
     }
-    if (command->run == edit && displayMissing)
-        return report(name + QLatin1String(": there is no display"), Failure);
-    QString error;
-    return command->run(paths, &error) ? Success : report(error, Failure);
+    if (options.command == Options::Edit)
+        return edit(options, argc, argv);
+    // Rich text and pages need a platform of windows, though no display.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qunsetenv("QT_QPA_PLATFORMTHEME");
+    qunsetenv("QT_QPA_GENERIC_PLUGINS");
+    int count = 1;
+    const QGuiApplication application(count, argv);
+    return run(options);
 }

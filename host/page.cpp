@@ -65,7 +65,7 @@ constexpr int pageWidth = 576 + 2 * pageMargin; // six inches of text
 
 } // namespace
 
-Host::Page::Page()
+Host::ScriptPage::ScriptPage()
 {
     // A page is white in a dark scheme of colours too.
     QPalette colours = palette();
@@ -83,10 +83,10 @@ Host::Page::Page()
     setKind(indexOf(action));
     document()->setUndoRedoEnabled(true);
     document()->setModified(false);
-    connect(this, &QTextEdit::textChanged, this, &Page::giveKind);
+    connect(this, &QTextEdit::textChanged, this, &ScriptPage::giveKind);
 }
 
-QStringList Host::Page::kindNames()
+QStringList Host::ScriptPage::kindNames()
 {
     QStringList names;
     for (const Kind &row : kinds) {
@@ -96,12 +96,12 @@ QStringList Host::Page::kindNames()
     return names;
 }
 
-int Host::Page::kind() const
+int Host::ScriptPage::kind() const
 {
     return indexOf(recordOf(textCursor().block()).name);
 }
 
-void Host::Page::setKind(int index)
+void Host::ScriptPage::setKind(int index)
 {
     QTextCursor cursor = textCursor();
     cursor.beginEditBlock();
@@ -111,7 +111,7 @@ void Host::Page::setKind(int index)
     cursor.endEditBlock();
 }
 
-void Host::Page::setScript(const QString &text)
+void Host::ScriptPage::setScript(const QString &text)
 {
     document()->clear();
     importScript(text, document());
@@ -120,7 +120,7 @@ void Host::Page::setScript(const QString &text)
     moveCursor(QTextCursor::Start);
 }
 
-void Host::Page::keyPressEvent(QKeyEvent *event)
+void Host::ScriptPage::keyPressEvent(QKeyEvent *event)
 {
     switch (event->key()) {
     case Qt::Key_Tab:
@@ -135,20 +135,20 @@ void Host::Page::keyPressEvent(QKeyEvent *event)
     }
 }
 
-void Host::Page::resizeEvent(QResizeEvent *event)
+void Host::ScriptPage::resizeEvent(QResizeEvent *event)
 {
     const int free = width() - verticalScrollBar()->sizeHint().width() - pageWidth;
     setViewportMargins(std::max(0, free / 2), 0, std::max(0, free / 2), 0);
     QTextEdit::resizeEvent(event);
 }
 
-bool Host::Page::canInsertFromMimeData(const QMimeData *source) const
+bool Host::ScriptPage::canInsertFromMimeData(const QMimeData *source) const
 {
     return source->hasText() && !source->hasUrls(); // A file is for the window.
 }
 
 // Keeps the kinds of what was copied here. Formats from elsewhere belong to no kind.
-void Host::Page::insertFromMimeData(const QMimeData *source)
+void Host::ScriptPage::insertFromMimeData(const QMimeData *source)
 {
     if (source->html().contains(QLatin1String("name=\"qrichtext\"")))
         return QTextEdit::insertFromMimeData(source);
@@ -156,14 +156,14 @@ void Host::Page::insertFromMimeData(const QMimeData *source)
     ensureCursorVisible();
 }
 
-void Host::Page::goThroughKinds(int step)
+void Host::ScriptPage::goThroughKinds(int step)
 {
     const int index = kind();
     const bool usual = index >= 0 && index < tabKinds;
     setKind(usual ? (index + step + tabKinds) % tabKinds : indexOf(action));
 }
 
-void Host::Page::goOn(bool toSameKind)
+void Host::ScriptPage::goOn(bool toSameKind)
 {
     QTextCursor cursor = textCursor();
     const int index = kind();
@@ -179,7 +179,7 @@ void Host::Page::goOn(bool toSameKind)
 
 /// Makes action of text without a kind, which comes into paragraphs that the library left
 /// empty, and of text in a page break, which would not be written.
-void Host::Page::giveKind()
+void Host::ScriptPage::giveKind()
 {
     const QTextBlock block = textCursor().block();
     const QString record = recordOf(block).name;
@@ -195,7 +195,7 @@ void Host::Page::giveKind()
 
 /// Sixty letters to a line on any screen: points may not be of the size that the margins, in
 /// pixels, go with.
-void Host::Page::takeFont()
+void Host::ScriptPage::takeFont()
 {
     QFont font = scriptFont();
     font.setPixelSize(linePixels);

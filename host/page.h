@@ -13,13 +13,13 @@ namespace Host {
 ///
 /// Tab and Shift+Tab go through the kinds that scenes are made of. Return goes on to the kind that
 /// follows, Shift+Return to one of the same kind; Return in an empty paragraph makes it action.
-class Page : public QTextEdit
+class ScriptPage : public QTextEdit
 {
     Q_OBJECT
 
 public:
     /// An empty page, for action.
-    Page();
+    ScriptPage();
 
     /// The names of the kinds for people.
     static QStringList kindNames();

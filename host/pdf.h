@@ -4,16 +4,26 @@
 #ifndef HOST_PDF_H
 #define HOST_PDF_H
 
+#include "host/pages.h"
+
+#include <QtGui/QPageSize>
+
 class QByteArray;
-class QTextDocument;
+class QString;
 
 namespace Host {
 
-/// A PDF of the script in \a document, whose blocks are told by records(): US Letter, 12 points,
-/// six lines an inch, the title page by itself, pages numbered from the second of the script.
+/// A PDF of \a pages on \a paper that carries \a title, numbered from the second of the script on.
+/// Each line stands at its place in whatever face is at hand.
 ///
-/// Working material is left out: sections, synopses, notes and comments.
-QByteArray toPdf(const QTextDocument &document);
+/// \a problem gets one line about a face or letters that are missing, and is left as it is if none
+/// are. The PDF is empty where most of the letters could not be printed.
+QByteArray toPdf(const QVector<Page> &pages, const QString &title, QPageSize::PageSizeId paper,
+                 QString *problem);
+
+/// The paper that is customary where the user is: US Letter in a dozen countries and where nothing
+/// is known, A4 in all others.
+QPageSize::PageSizeId customaryPaper();
 
 } // namespace Host
 

@@ -8,6 +8,7 @@
 #include "host/page.h"
 #include "host/pdf.h"
 #include "host/records.h"
+#include "host/titlepage.h"
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QMimeData>
@@ -32,7 +33,7 @@ constexpr char scripts[] = "Fountain (*.fountain);;All files (*)";
 } // namespace
 
 Host::Window::Window()
-    : m_page(new Page)
+    : m_page(new ScriptPage)
     , m_kinds(new QComboBox)
     , m_sceneView(new QListView)
 {
@@ -74,7 +75,7 @@ void Host::Window::addMenus()
 
 void Host::Window::addBox()
 {
-    m_kinds->addItems(Page::kindNames());
+    m_kinds->addItems(ScriptPage::kindNames());
     m_kinds->setMaxVisibleItems(m_kinds->count());
     connect(m_kinds, QOverload<int>::of(&QComboBox::activated), this, [this](int index) {
         m_page->setKind(index);
@@ -194,8 +195,11 @@ void Host::Window::exportPdf()
     const QString path =
         QFileDialog::getSaveFileName(this, tr("Export as PDF"), QString(), tr("PDF (*.pdf)"));
     QString error;
-    if (!path.isEmpty())
-        warnUnless(saveBytes(path, toPdf(*m_page->document()), &error), error);
+    if (path.isEmpty())
+        return;
+    const auto script = read(QString::fromUtf8(exportScript(*m_page->document())));
+    const QByteArray pdf = toPdf(layOut(script), titleOf(script), customaryPaper(), &error);
+    warnUnless(!pdf.isEmpty() && saveBytes(path, pdf, &error), error);
 }
 
 /// Shows the kind and the scene of the paragraph under the cursor.

@@ -14,7 +14,7 @@ class QListView;
 
 namespace Host {
 
-class Page;
+class ScriptPage;
 
 /// The editing window: one script on its page, the kind of the paragraph under the cursor, and the
 /// scenes at the side.
@@ -54,7 +54,7 @@ private:
     void listScenes();
     void goToScene(const QModelIndex &scene);
 
-    Page *m_page;
+    ScriptPage *m_page;
     QComboBox *m_kinds;
     QListView *m_sceneView;
     QStringListModel m_scenes;

@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The ZemFountain authors
+// SPDX-License-Identifier: MIT
+
+#ifndef HOST_LINES_H
+#define HOST_LINES_H
+
+#include "host/reading.h"
+
+#include <QtCore/QString>
+#include <QtCore/QVector>
+
+/// Stretches of text as lines of a width that is counted in letters. An accent counts with its
+/// letter, and a wide East Asian letter counts two.
+namespace Host {
+
+using Line = QVector<Stretch>;
+
+QString textOf(const Line &line);
+int lettersOf(const QString &text);
+
+/// The \a length UTF-16 units of \a line from \a start on, to its end if -1.
+Line sliced(const Line &line, int start, int length = -1);
+
+/// The lines of \a stretches, parted at U+2028, without the notes and comments in them. The blank
+/// beside a note goes with it, and so does a line that was nothing else.
+QVector<Line> printedLines(const QVector<Stretch> &stretches);
+
+/// \a line broken into lines of at most \a width letters, which is 2 or more, between words where
+/// that is possible. The blanks at the end of a line are left out. At least one line.
+QVector<Line> wrapped(const Line &line, int width);
+
+} // namespace Host
+
+#endif

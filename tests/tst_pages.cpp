@@ -1,0 +1,213 @@
+// SPDX-FileCopyrightText: 2026 The ZemFountain authors
+// SPDX-License-Identifier: MIT
+
+#include "dump.h"
+#include "host/pages.h"
+#include "host/pdf.h"
+#include "host/titlepage.h"
+
+#include <QtCore/QProcess>
+#include <QtCore/QRegularExpression>
+#include <QtCore/QTemporaryDir>
+
+namespace {
+
+/// The pages of a script in plain letters, a list of lines for each.
+QVector<QStringList> pagesOf(const QString &script)
+{
+    QVector<QStringList> pages;
+    const auto text = QString::fromUtf8(Host::toPlainPages(Host::layOut(Host::read(script))));
+    for (const QString &page : text.split(u'\f'))
+        pages.append(page.split(u'\n'));
+    return pages;
+}
+
+/// The lines with something in them, as "row column text". The row of the first is 0.
+QString placed(const QStringList &page)
+{
+    QStringList lines;
+    for (int row = 0; row < page.size(); ++row) {
+        const QString text = page.at(row).trimmed();
+        if (!text.isEmpty())
+            lines.append(u"%1 %2 %3"_s.arg(row).arg(page.at(row).indexOf(text)).arg(text));
+    }
+    return lines.join(u'\n');
+}
+
+// clang-format off
+const Row layoutRows[] = {
+    {"nothing", u"", u""},
+    {"every kind at its column", u"int. sea - day\n\nShe waits.\n\nANNA\n(low)\nHi.\n\nCUT TO:\n\n> the *end* <\n",
+     u"0 15 INT. SEA - DAY\n2 15 She waits.\n4 37 ANNA\n5 31 (low)\n6 25 Hi.\n8 68 CUT TO:\n10 41 the end"},
+    {"scene number at both edges", u"INT. SEA #12A#\n\nb\n", u"0 10 12A  INT. SEA" u"                                                      12A\n2 15 b"},
+    {"action breaks behind 60 letters", u"123456789 123456789 123456789 123456789 123456789 1234567890 x\n",
+     u"0 15 123456789 123456789 123456789 123456789 123456789 1234567890\n1 15 x"},
+    {"before the word that has 61", u"123456789 123456789 123456789 123456789 123456789 12345678901\n",
+     u"0 15 123456789 123456789 123456789 123456789 123456789\n1 15 12345678901"},
+    {"dialogue breaks behind 35 letters", u"ANNA\n123456789 123456789 123456789 12345 x\n",
+     u"0 37 ANNA\n1 25 123456789 123456789 123456789 12345\n2 25 x"},
+    {"parenthetical hangs", u"ANNA\n(123456789 123456789 123 567890)\nHi.\n",
+     u"0 37 ANNA\n1 31 (123456789 123456789 123\n2 32 567890)\n3 25 Hi."},
+    {"a word longer than the line", u"ANNA\n1234567890123456789012345678901234567\n",
+     u"0 37 ANNA\n1 25 12345678901234567890123456789012345\n2 25 67"},
+    {"an accent counts with its letter", u"ANNA\n123456789 123456789 123456789 1234e\u0301 x\n",
+     u"0 37 ANNA\n1 25 123456789 123456789 123456789 1234e\u0301\n2 25 x"},
+    {"a wide letter counts two", u"ANNA\n\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\n",
+     u"0 37 ANNA\n1 25 \u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\n2 25 \u706f"},
+    {"lines stay lines", u"a\nb\n\n    c\td\n", u"0 15 a\n1 15 b\n3 19 c    d"},
+    {"blank lines stay", u"a\n\n\n\nb\n", u"0 15 a\n4 15 b"},
+    {"working material is left out", u"a\n\n# b\n\n= c\n\n[[d]]\n\n/* e */\n\nf\n", u"0 15 a\n2 15 f"},
+    {"and leaves no gap in a line", u"She sits [[check]]. Then [[no]] up /* ! */\n\n[[x]] Out.\n",
+     u"0 15 She sits. Then up\n2 15 Out."},
+    {"nor in a speech or paragraph", u"ANNA\nHi.\n[[note]]\nBye.\n\na\n[[b]]\nc\n",
+     u"0 37 ANNA\n1 25 Hi.\n2 25 Bye.\n4 15 a\n5 15 c"},
+};
+
+/// Scripts whose second page is told: \a last line of the first, \a start of the second. Above
+/// each stand action paragraphs of one line, \a above lines with the blank ones between them.
+struct Turn
+{
+    const char *name;
+    int above;
+    QString script, last, start;
+};
+
+const Turn turns[] = {
+    {"a full page", 53, u"x\n"_s, u"a"_s, u"x"_s},
+    {"page break", 3, u"===\n\n===\n\nx\n"_s, u"a"_s, u"x"_s},
+    {"a heading is not the last", 51, u"INT. SEA\n\nx\n"_s, u"a"_s, u"INT. SEA||x"_s},
+    {"a heading with two lines of a paragraph", 49, u"INT. SEA\n\none\ntwo\nthree\nfour\n"_s, u"two"_s, u"three|four"_s},
+    {"a cue is not the last", 52, u"ANNA\nHi.\n"_s, u"a"_s, u"ANNA|Hi."_s},
+    {"a paragraph of three lines is not torn", 51, u"one\ntwo\nthree\n"_s, u"a"_s, u"one|two|three"_s},
+    {"two lines at least on each side", 51, u"one\ntwo\nthree\nfour\n"_s, u"two"_s, u"three|four"_s},
+    {"not one on the second page", 49, u"one\ntwo\nthree\nfour\nfive\n"_s, u"three"_s, u"four|five"_s},
+    {"a transition is not alone", 53, u"CUT TO:\n\nx\n"_s, u"a"_s, u"a||CUT TO:"_s},
+    {"but with the last of a paragraph", 49, u"one\ntwo\nthree\nfour\n\nCUT TO:\n"_s, u"two"_s, u"three|four||CUT TO:"_s},
+    {"a speech goes on", 49, u"ANNA\none\ntwo\nthree\nfour\nfive\n"_s, u"(MORE)"_s, u"ANNA (CONT'D)|three|four|five"_s},
+    {"or moves whole", 50, u"ANNA\none\ntwo\nthree\nfour\nfive\n"_s, u"a"_s, u"ANNA|one|two|three|four|five"_s},
+    {"a cue that goes on already", 49, u"ANNA (CONT'D)\none\ntwo\nthree\nfour\nfive\n"_s, u"(MORE)"_s, u"ANNA (CONT'D)|three"_s},
+    {"a speech turns behind a sentence", 47, u"ANNA\none\ntwo.\nthree\nfour\nfive\nsix\nseven\n"_s, u"(MORE)"_s, u"ANNA (CONT'D)|three|four"_s},
+    {"not too far up", 46, u"ANNA\none\ntwo.\nthree\nfour\nfive\nsix\nseven\neight\n"_s, u"(MORE)"_s, u"ANNA (CONT'D)|six|seven"_s},
+    {"a parenthetical goes with its line", 48, u"ANNA\none\ntwo\n(low)\nthree\nfour\nfive\n"_s, u"(MORE)"_s, u"ANNA (CONT'D)|(low)|three"_s},
+};
+
+// Title pages: rows and columns of all pages, parted by "|".
+const Row titleRows[] = {
+    {"a part for each entry",
+     u"Copyright: (c) A\nContact: B Ltd.\n    c@d.example\nDraft date: 1 May\nSource: e\nAuthor: F\nTitle: The *Sea*\nCredit: by\n\nx\n",
+     u"16 41 The Sea\n20 44 by\n22 44 F\n26 44 e\n51 70 1 May\n52 15 B Ltd.\n53 15 c@d.example" u"                                            (c) A|0 15 x"},
+    {"a long entry in lines of its column", u"Contact: 123456789 123456789 123456789 123456 789\n\nx\n",
+     u"52 15 123456789 123456789 123456789 123456\n53 15 789|0 15 x"},
+    {"an empty entry", u"Title:\n\nx\n", u"0 15 x"},
+};
+// clang-format on
+
+} // namespace
+
+class TestPages : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void layout_data() { addRows(layoutRows); }
+
+    void layout()
+    {
+        check([](const QString &script) { return placed(pagesOf(script).first()); });
+    }
+
+    void turnsPage_data()
+    {
+        QTest::addColumn<int>("row");
+        for (const Turn &turn : turns)
+            QTest::newRow(turn.name) << int(&turn - turns);
+    }
+
+    void turnsPage()
+    {
+        QFETCH(int, row);
+        const Turn &turn = turns[row];
+        const auto pages = pagesOf(u"a\n\n"_s.repeated((turn.above + 1) / 2)
+                                   + (turn.above % 2 ? QString() : u"\n"_s) + turn.script);
+        QCOMPARE(pages.size(), 2);
+        QStringList second;
+        for (const QString &line : pages.at(1))
+            second.append(line.trimmed());
+        QVERIFY(pages.at(0).size() <= 55);
+        QCOMPARE(pages.at(0).at(pages.at(0).size() - 2).trimmed(), turn.last);
+        QVERIFY2(second.join(u'|').startsWith(turn.start), qPrintable(second.join(u'|')));
+    }
+
+    void titlePage_data() { addRows(titleRows); }
+
+    void titlePage()
+    {
+        check([](const QString &script) {
+            QStringList pages;
+            for (const QStringList &page : pagesOf(script))
+                pages.append(placed(page));
+            return pages.join(u'|');
+        });
+    }
+
+    void longTitlePageGoesOn()
+    {
+        const auto pages = pagesOf(u"Title: a\nContact:\n"_s + u"    b\n"_s.repeated(60)
+                                   + u"Copyright:\n"_s + u"    c\n"_s.repeated(20) + u"\nx\n"_s);
+        QCOMPARE(pages.size(), 4);
+        QCOMPARE(pages.at(0).at(34).trimmed(), u"c"_s);
+        QCOMPARE(pages.at(1).at(53).trimmed(), u"b"_s);
+        QCOMPARE(placed(pages.at(2)).count(u'b'), 6);
+        QCOMPARE(Host::titleOf(Host::read(u"Title: a\n    *b*\n\nc\n"_s)), u"a b"_s);
+    }
+
+    void emphasisStaysAtItsLetters()
+    {
+        const auto pages = Host::layOut(Host::read(u"one **two** _three *four*_\n"_s));
+        QStringList looks;
+        for (const Host::Stretch &s : pages.first().lines.first().stretches)
+            looks.append(s.text + u" b"_s.repeated(s.bold) + u" i"_s.repeated(s.italic)
+                         + u" u"_s.repeated(s.underline));
+        QCOMPARE(looks.join(u'|'), u"one |two b| |three  u|four i u"_s);
+    }
+
+    // Columns and rows of the PDF's own words, from points: 7.2 a letter, 12 a line.
+    void pdf()
+    {
+        if (QStandardPaths::findExecutable(u"pdftotext"_s).isEmpty())
+            QSKIP("needs pdftotext");
+        QString problem;
+        const auto script = Host::read(u"Title: Sea\n\nINT. SEA #1#\n\n**Anna** waits.\n\n===\n\nBEN\nHi.\n"_s);
+        QTemporaryDir folder;
+        QFile file(folder.filePath(u"x.pdf"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(Host::toPdf(Host::layOut(script), u"The Sea"_s, QPageSize::A4, &problem));
+        file.close();
+        const auto run = [](const QString &program, const QStringList &arguments) {
+            QProcess process;
+            process.start(program, arguments);
+            process.waitForFinished();
+            return QString::fromUtf8(process.readAllStandardOutput());
+        };
+        const QString boxes = run(u"pdftotext"_s, {u"-bbox"_s, file.fileName(), u"-"_s});
+        QVERIFY2(boxes.contains(u"<title>The Sea</title>"_s), qPrintable(boxes));
+        QStringList words;
+        const QRegularExpression box(u"(<page width=\"595)|xMin=\"(.*?)\" yMin=\"(.*?)\".*>(.*)</word>"_s);
+        for (auto match = box.globalMatch(boxes); match.hasNext();) {
+            const auto found = match.next();
+            words.append(!found.captured(1).isEmpty()
+                             ? u"|"_s
+                             : u"%1 %2 %3"_s.arg(qRound((found.captured(3).toDouble() - 72) / 12))
+                                   .arg(qRound(found.captured(2).toDouble() / 7.2))
+                                   .arg(found.captured(4)));
+        }
+        words.sort(); // pdftotext has an order of its own
+        QCOMPARE(words.join(u','), u"-3 73 2.,0 12 1,0 15 INT.,0 20 SEA,0 37 BEN,0 79 1,1 25 Hi.,"
+                                    "16 43 Sea,2 15 Anna,2 20 waits.,|,|,|"_s);
+        QVERIFY(run(u"pdffonts"_s, {file.fileName()}).contains(u"Bold"_s));
+        QCOMPARE(problem, QString());
+    }
+};
+
+QTEST_MAIN(TestPages)
+#include "tst_pages.moc"
