@@ -22,26 +22,21 @@ constexpr Range wideLetters[] = {
     {0x1F300, 0x1F64F}, {0x1F900, 0x1F9FF}, {0x20000, 0x3FFFD},
 };
 
-int lettersAt(const QString &text, int index)
-{
-    const QChar unit = text.at(index);
-    const bool pair = unit.isHighSurrogate() && index + 1 < text.size();
-    const uint letter = pair ? QChar::surrogateToUcs4(unit, text.at(index + 1)) : unit.unicode();
-    const bool wide =
-        std::any_of(std::begin(wideLetters), std::end(wideLetters),
-                    [letter](const Range &r) { return letter >= r.first && letter <= r.last; });
-    return wide ? 2 : 1;
-}
-
 /// For each index of \a text and its end, how many letters have begun before it.
 QVector<int> countedLetters(const QString &text)
 {
     QVector<int> counts{0};
-    counts.reserve(text.size() + 1);
     QTextBoundaryFinder letters(QTextBoundaryFinder::Grapheme, text);
-    for (int next = int(letters.toNextBoundary()); next > 0; next = int(letters.toNextBoundary()))
-        counts.insert(counts.size(), next + 1 - int(counts.size()),
-                      counts.last() + lettersAt(text, int(counts.size()) - 1));
+    for (int next = int(letters.toNextBoundary()); next > 0; next = int(letters.toNextBoundary())) {
+        const int start = int(counts.size()) - 1;
+        const uint letter = next - start > 1 && text.at(start).isHighSurrogate()
+                                ? QChar::surrogateToUcs4(text.at(start), text.at(start + 1))
+                                : text.at(start).unicode();
+        const bool wide =
+            std::any_of(std::begin(wideLetters), std::end(wideLetters),
+                        [letter](const Range &r) { return letter >= r.first && letter <= r.last; });
+        counts.insert(start + 1, next - start, counts.last() + (wide ? 2 : 1));
+    }
     return counts;
 }
 

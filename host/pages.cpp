@@ -16,7 +16,7 @@ using Host::Line;
 constexpr int rightEdge = 75;       // where action and transitions end
 constexpr int leftNumber = 13;      // where a scene number left of its heading ends
 constexpr int rightNumber = 80;     // where the one right of it ends
-constexpr int longestNumber = 12;   // a longer one stands in the heading
+constexpr int longestNumber = 12;   // a longer one is cut
 constexpr int leastLines = 2;       // of a paragraph or speech on each side of the end of a page
 constexpr int reachForSentence = 2; // lines that a page may stay short to end with a sentence
 
@@ -43,7 +43,6 @@ struct Row
     QFnElement::Type type;
     QString number;          ///< of the scene, beside the first line of its heading
     int above = 0;           ///< blank lines, left out at the top of a page
-    bool isFirst = false;    ///< of its paragraph
     bool startsPage = false; ///< because a page break stands above it
     bool mayStartPage = false;
     int cue = -1; ///< Of dialogue: the row of the cue of the speech, or -1.
@@ -67,23 +66,22 @@ const Place &placeOf(QFnElement::Type type)
     return place == std::end(places) ? places[0] : *place;
 }
 
-/// The lines of a paragraph at their columns.
-QVector<Host::PageLine> placedLines(const Host::Paragraph &paragraph, const Place &place)
+/// The lines of a paragraph at their columns, beside a scene number of \a letters.
+QVector<Host::PageLine> placedLines(const Host::Paragraph &paragraph, const Place &place,
+                                    int letters)
 {
     QVector<Host::PageLine> placed;
-    const int letters = Host::lettersOf(paragraph.sceneNumber);
     const int width =
         std::min(place.width - place.hanging, rightNumber - letters - place.column - 1);
     for (Line line : Host::printedLines(paragraph.stretches)) {
         for (Host::Stretch &stretch : line)
             stretch.text = place.capitals ? stretch.text.toUpper() : stretch.text;
         for (const Line &part : Host::wrapped(line, width)) {
-            const int free = place.width - Host::lettersOf(Host::textOf(part));
             int column = place.column + (placed.isEmpty() ? 0 : place.hanging);
             if (paragraph.centred)
-                column = place.column + free / 2;
+                column += (place.width - Host::lettersOf(Host::textOf(part))) / 2;
             if (place.type == QFnElement::Transition)
-                column = rightEdge - (place.width - free);
+                column = rightEdge - Host::lettersOf(Host::textOf(part));
             placed.append({0, column, part, -1});
         }
     }
@@ -126,22 +124,22 @@ QVector<Row> rowsOf(const QVector<Host::Paragraph> &script)
         blankLines += blank && !behindCut ? 1 : 0;
         const bool printed = !blank && !paragraph.titlePage && isPrinted(paragraph.type);
         const Place &place = placeOf(paragraph.type);
-        const auto lines = printed ? placedLines(paragraph, place) : QVector<Host::PageLine>();
+        Row row;
+        row.number = paragraph.sceneNumber.left(longestNumber);
+        const auto lines = printed ? placedLines(paragraph, place, Host::lettersOf(row.number))
+                                   : QVector<Host::PageLine>();
         behindCut = blank ? behindCut : lines.isEmpty();
         if (lines.isEmpty())
             continue;
 
-        Row row;
         row.type = place.type;
-        row.isFirst = true;
         row.startsPage = pageBreak;
         row.above = joined && row.type == rows.last().type ? 0 : place.above + blankLines;
-        row.number = paragraph.sceneNumber;
         for (const Host::PageLine &line : lines) {
             row.line = line;
             row.line.paragraph = i;
             rows.append(row);
-            row.isFirst = row.startsPage = false;
+            row.startsPage = false;
             row.above = 0;
             row.number.clear();
         }
@@ -152,7 +150,8 @@ QVector<Row> rowsOf(const QVector<Host::Paragraph> &script)
     for (int begin = 0, next = 0; begin < rows.size(); begin = next) {
         const bool speaks = rows.at(begin).type == QFnElement::Character;
         for (next = begin + 1; next < rows.size(); ++next) {
-            if (rows.at(next).isFirst && !(speaks && isSpoken(rows.at(next).type)))
+            if (rows.at(next).line.paragraph != rows.at(next - 1).line.paragraph
+                && !(speaks && isSpoken(rows.at(next).type)))
                 break;
         }
         allowPageStarts(&rows, begin, next);
