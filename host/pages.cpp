@@ -119,7 +119,7 @@ QVector<Row> rowsOf(const QVector<Host::Paragraph> &script)
         joined = joined && paragraph.line == end;
         end = paragraph.line + paragraph.lineCount;
         pageBreak = pageBreak || paragraph.type == QFnElement::PageBreak;
-        const bool blank = paragraph.stretches.isEmpty() && paragraph.type == QFnElement::Action;
+        const bool blank = paragraph.type == QFnElement::Action && paragraph.text().isEmpty();
         // Blank lines on both sides of what is not printed would add up.
         blankLines += blank && !behindCut ? 1 : 0;
         const bool printed = !blank && !paragraph.titlePage && isPrinted(paragraph.type);
