@@ -88,17 +88,23 @@ Host::Line Host::sliced(const Line &line, int start, int length)
     return slice;
 }
 
+Host::Line Host::trimmed(const Line &line)
+{
+    Line ink = sliced(line, blanksAt(textOf(line), 0));
+    chopBlanks(&ink);
+    return ink;
+}
+
 QVector<Host::Line> Host::printedLines(const QVector<Stretch> &stretches)
 {
     QVector<Line> lines{Line()};
     bool behindCut = false;
     bool lineIsCut = false;
     const auto endLine = [&] {
-        Line &line = lines.last();
-        chopBlanks(&line);
+        chopBlanks(&lines.last());
         if (lineIsCut)
-            line = sliced(line, blanksAt(textOf(line), 0));
-        if (lineIsCut && line.isEmpty())
+            lines.last() = trimmed(lines.last());
+        if (lineIsCut && lines.last().isEmpty())
             lines.removeLast();
         behindCut = lineIsCut = false;
     };

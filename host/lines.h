@@ -21,6 +21,9 @@ int lettersOf(const QString &text);
 /// The \a length UTF-16 units of \a line from \a start on, to its end if -1.
 Line sliced(const Line &line, int start, int length = -1);
 
+/// \a line without the blanks at both ends.
+Line trimmed(const Line &line);
+
 /// The lines of \a stretches, parted at U+2028, without the notes and comments in them. The blank
 /// beside a note goes with it, and so does a line that was nothing else.
 QVector<Line> printedLines(const QVector<Stretch> &stretches);

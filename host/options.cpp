@@ -79,22 +79,6 @@ bool refuse(const QString &words, QString *error)
     return false;
 }
 
-/// False if the names of files in \a paths are too few or too many for \a row.
-bool checkCount(const CommandRow &row, const QStringList &paths, QString *error)
-{
-    if (paths.size() >= row.least && paths.size() <= row.most)
-        return true;
-    const QString least =
-        row.least < row.most ? QStringLiteral("%1 or ").arg(row.least) : QString();
-    const QString noun = row.most == 1 ? QStringLiteral("name") : QStringLiteral("names");
-    return refuse(QStringLiteral("%1: takes %2%3 %4, not %5")
-                      .arg(row.name, least)
-                      .arg(row.most)
-                      .arg(noun)
-                      .arg(paths.size()),
-                  error);
-}
-
 /// Takes the values of the options in \a line over into \a options. False if one is unknown.
 bool takeValues(const QCommandLineParser &line, Host::Options *options, QString *error)
 {
@@ -149,5 +133,7 @@ bool Host::parse(const QStringList &arguments, Options *options, QString *error)
         return refuse(row->name + QLatin1String(": ") + own.errorText().remove(u'.'), error);
     options->command = row->command;
     options->paths = words.mid(1);
-    return checkCount(*row, options->paths, error) && takeValues(own, options, error);
+    if (options->paths.size() < row->least || options->paths.size() > row->most)
+        return refuse(row->name + QLatin1String(": takes ") + row->files, error);
+    return takeValues(own, options, error);
 }

@@ -89,56 +89,39 @@ bool checkFaces(const QVector<Host::Page> &pages, QString *problem)
     return metrics.inFontUcs4('M') && lost * 2 <= printed;
 }
 
-/// Draws the lines of pages at their places.
-class Drawing
+/// Draws \a stretch at \a row and \a column, in letters.
+void draw(const Host::Stretch &stretch, int row, int column, QPainter *painter)
 {
-public:
-    explicit Drawing(QPdfWriter *writer)
-        : m_writer(writer)
-        , m_painter(writer)
-    {}
+    QFont font = Host::scriptFont();
+    font.setBold(stretch.bold);
+    font.setItalic(stretch.italic);
+    font.setUnderline(stretch.underline);
+    painter->setFont(font);
+    painter->save();
+    painter->translate(column * letterWidth, firstBaseline + row * lineHeight);
+    // Faces differ by a hair, and those of other scripts by much. None leaves its columns.
+    const qreal own = QFontMetricsF(font, painter->device()).horizontalAdvance(stretch.text);
+    const qreal room = Host::lettersOf(stretch.text) * letterWidth;
+    if (own > room)
+        painter->scale(room / own, 1);
+    painter->drawText(QPointF(), stretch.text);
+    painter->restore();
+}
 
-    void draw(const Host::Page &page);
-
-private:
-    void draw(const Host::Stretch &stretch, int row, int column);
-
-    QPdfWriter *m_writer;
-    QPainter m_painter;
-};
-
-void Drawing::draw(const Host::Page &page)
+void draw(const Host::Page &page, QPainter *painter)
 {
     for (const Host::PageLine &line : page.lines) {
         int column = line.column;
         for (const Host::Stretch &stretch : line.stretches) {
-            draw(stretch, line.row, column);
+            draw(stretch, line.row, column, painter);
             column += Host::lettersOf(stretch.text);
         }
     }
     if (page.number > 1) {
         Host::Stretch number;
         number.text = QStringLiteral("%1.").arg(page.number);
-        draw(number, numberRow, numberEnd - int(number.text.size()));
+        draw(number, numberRow, numberEnd - int(number.text.size()), painter);
     }
-}
-
-void Drawing::draw(const Host::Stretch &stretch, int row, int column)
-{
-    QFont font = Host::scriptFont();
-    font.setBold(stretch.bold);
-    font.setItalic(stretch.italic);
-    font.setUnderline(stretch.underline);
-    m_painter.setFont(font);
-    m_painter.save();
-    m_painter.translate(column * letterWidth, firstBaseline + row * lineHeight);
-    // Faces differ by a hair, and those of other scripts by much. None leaves its columns.
-    const qreal own = QFontMetricsF(font, m_writer).horizontalAdvance(stretch.text);
-    const qreal room = Host::lettersOf(stretch.text) * letterWidth;
-    if (own > room)
-        m_painter.scale(room / own, 1);
-    m_painter.drawText(QPointF(), stretch.text);
-    m_painter.restore();
 }
 
 } // namespace
@@ -157,11 +140,11 @@ QByteArray Host::toPdf(const QVector<Page> &pages, const QString &title,
         writer.setResolution(dotsPerInch);
         writer.setCreator(QCoreApplication::applicationName());
         writer.setTitle(title); // before the painter begins, or it is not written
-        Drawing drawing(&writer);
+        QPainter painter(&writer);
         for (int i = 0; i < pages.size(); ++i) {
             if (i > 0)
                 writer.newPage();
-            drawing.draw(pages.at(i));
+            draw(pages.at(i), &painter);
         }
     }
     return buffer.data();

@@ -51,72 +51,62 @@ int placeOf(const QString &key)
     return int(kind - std::begin(kinds));
 }
 
-struct Entry
+/// A line of a value, or an empty one between two entries.
+struct TitleLine
 {
     int kind;
-    QVector<Line> lines; ///< of the value, none blank
+    int paragraph; ///< index in the script
+    Line line;
 };
 
-/// The entries with a value, in their customary order.
-QVector<Entry> entriesOf(const QVector<Host::Paragraph> &script)
+/// The lines of the values, none blank, in the customary order of their entries.
+QVector<TitleLine> titleLines(const QVector<Host::Paragraph> &script)
 {
-    QVector<Entry> entries;
-    for (const Host::Paragraph &paragraph : script) {
-        if (!paragraph.titlePage)
-            break;
-        Entry entry;
-        int start = -1;
-        for (const Line &line : Host::printedLines(paragraph.stretches)) {
-            const QString text = Host::textOf(line);
-            if (start < 0) {
-                start = int(text.indexOf(u':')) + 1;
-                entry.kind = placeOf(text.left(start));
-            }
-            const auto ink = std::find_if_not(text.cbegin() + start, text.cend(),
-                                              [](QChar c) { return c.isSpace(); });
+    QVector<TitleLine> lines;
+    for (int i = 0; i < script.size() && script.at(i).titlePage; ++i) {
+        const QString text = script.at(i).text();
+        int start = int(text.indexOf(u':')) + 1;
+        const int kind = placeOf(text.left(start));
+        for (const Line &line : Host::printedLines(script.at(i).stretches)) {
+            const Line value = Host::trimmed(Host::sliced(line, start));
+            if (!value.isEmpty())
+                lines.append({kind, i, value});
             start = 0;
-            if (ink != text.cend())
-                entry.lines.append(Host::sliced(line, int(ink - text.cbegin())));
         }
-        if (!entry.lines.isEmpty())
-            entries.append(entry);
     }
-    std::stable_sort(entries.begin(), entries.end(),
-                     [](const Entry &a, const Entry &b) { return a.kind < b.kind; });
-    return entries;
-}
-
-/// The lines of \a part from the top down, empty ones between two entries.
-QVector<Line> linesOf(const QVector<Entry> &entries, Part part)
-{
-    QVector<Line> lines;
-    for (const Entry &entry : entries) {
-        const Kind &kind = kinds[entry.kind];
-        if (kind.part != part)
-            continue;
-        if (!lines.isEmpty())
-            lines.insert(lines.size(), kind.above, Line());
-        for (const Line &line : entry.lines)
-            lines += Host::wrapped(line, columns[part].width);
-    }
+    std::stable_sort(lines.begin(), lines.end(),
+                     [](const TitleLine &a, const TitleLine &b) { return a.kind < b.kind; });
     return lines;
 }
 
-/// Puts \a lines below each other from \a row of \a page on, and on to the pages behind it.
-void put(const QVector<Line> &lines, Part part, int page, int row, QVector<Host::Page> *pages)
+/// Those of \a lines that stand in \a part, broken to its width, with empty ones between entries.
+QVector<TitleLine> linesOf(const QVector<TitleLine> &lines, Part part)
 {
-    for (const Line &line : lines) {
-        if (row == pageRows) {
-            row = 0;
-            ++page;
-        }
-        while (pages->size() <= page)
+    QVector<TitleLine> own;
+    for (const TitleLine &line : lines) {
+        const Kind &kind = kinds[line.kind];
+        if (kind.part != part)
+            continue;
+        if (!own.isEmpty() && own.last().paragraph != line.paragraph)
+            own.insert(own.size(), kind.above, {line.kind, line.paragraph, Line()});
+        for (const Line &piece : Host::wrapped(line.line, columns[part].width))
+            own.append({line.kind, line.paragraph, piece});
+    }
+    return own;
+}
+
+/// Puts \a lines below each other from \a row of \a page on, and on to the pages behind it.
+void put(const QVector<TitleLine> &lines, int page, int row, QVector<Host::Page> *pages)
+{
+    for (const TitleLine &line : lines) {
+        page += row / pageRows;
+        row %= pageRows;
+        if (pages->size() <= page)
             pages->append(Host::Page());
-        const Column &column = columns[part];
-        const int free = column.width - Host::lettersOf(Host::textOf(line));
-        if (!line.isEmpty())
-            (*pages)[page].lines.append({row, column.left + int(free * column.share), line, 0});
-        ++row;
+        const Column &column = columns[kinds[line.kind].part];
+        const int free = column.width - Host::lettersOf(Host::textOf(line.line));
+        (*pages)[page].lines.append(
+            {row++, column.left + int(free * column.share), line.line, line.paragraph});
     }
 }
 
@@ -137,20 +127,17 @@ QList<QPair<QString, QString>> Host::titleEntries(const QFnDocument::TitlePage &
 
 QVector<Host::Page> Host::titlePages(const QVector<Paragraph> &script)
 {
-    const QVector<Entry> entries = entriesOf(script);
+    const QVector<TitleLine> lines = titleLines(script);
     QVector<Page> pages;
-    const QVector<Line> head = linesOf(entries, Head);
-    const int headLines = int(head.size());
-    const int top = std::max(std::min(headRow, pageRows - headLines), 0);
-    put(head, Head, 0, top, &pages);
+    const QVector<TitleLine> head = linesOf(lines, Head);
+    const int top = std::max(std::min(headRow, pageRows - int(head.size())), 0);
+    put(head, 0, top, &pages);
     const int behindHead = int(pages.size());
     for (const Part part : {Left, Right}) {
-        const QVector<Line> foot = linesOf(entries, part);
+        const QVector<TitleLine> foot = linesOf(lines, part);
         const int bottom = pageRows - int(foot.size());
-        if (bottom >= top + headLines + gap)
-            put(foot, part, 0, bottom, &pages);
-        else
-            put(foot, part, behindHead, 0, &pages);
+        const bool fits = bottom >= top + head.size() + gap;
+        put(foot, fits ? 0 : behindHead, fits ? bottom : 0, &pages);
     }
     for (Page &page : pages)
         std::stable_sort(page.lines.begin(), page.lines.end(),
@@ -160,12 +147,10 @@ QVector<Host::Page> Host::titlePages(const QVector<Paragraph> &script)
 
 QString Host::titleOf(const QVector<Paragraph> &script)
 {
-    QStringList lines;
-    for (const Entry &entry : entriesOf(script)) {
-        for (const Line &line : entry.lines) {
-            if (entry.kind == 0)
-                lines.append(textOf(line));
-        }
+    QStringList title;
+    for (const TitleLine &line : titleLines(script)) {
+        if (line.kind == 0)
+            title.append(textOf(line.line));
     }
-    return lines.join(u' ');
+    return title.join(u' ');
 }
