@@ -4,16 +4,19 @@
 #ifndef HOST_EXPORTING_H
 #define HOST_EXPORTING_H
 
-class QByteArray;
+#include <QtCore/QStringList>
+
 class QTextDocument;
 
 namespace Host {
 
-/// The Fountain text of \a document, UTF-8, which importScript() reads as the same script.
+/// The Fountain text of \a document. What importScript() made of a script, and HTML kept, is that
+/// script again.
 ///
-/// \a document is not changed: a copy of it is laid out with the empty blocks, and the marks in its
-/// text, that the library's writer does not add.
-QByteArray exportScript(const QTextDocument &document);
+/// Rich text that somebody made or changed is written in forms that read back as it is. For each
+/// paragraph that has none, one line is added to \a messages, which may be null: it names the
+/// paragraph and says what becomes of it.
+QString exportScript(const QTextDocument &document, QStringList *messages = nullptr);
 
 } // namespace Host
 

@@ -5,17 +5,19 @@
 #define HOST_IMPORTING_H
 
 class QString;
+class QTextCursor;
 class QTextDocument;
 
 namespace Host {
 
+struct Paragraph;
+
 /// Puts the script in the Fountain \a text into \a document, which must be empty, with the formats
-/// of records(). One step of undo, and no text fails.
-///
-/// Beyond what the library does, the rich text has a title page of a line for each entry, whole
-/// headings, and the stretches of a line of action in one block. An empty block above a note
-/// or behind a comment tells it from one in a line of action.
+/// of records(): a block for each paragraph. One step of undo, and no text fails.
 void importScript(const QString &text, QTextDocument *document);
+
+/// Makes the empty block under \a cursor the one of \a paragraph.
+void insertParagraph(const Paragraph &paragraph, QTextCursor *cursor);
 
 } // namespace Host
 

@@ -223,6 +223,8 @@ void Reader::cutLines()
         }
         line.end = at;
         line.spanCount = span - line.firstSpan;
+        if (at == size && m_source.at(at - 1) == lineEnd)
+            --line.count; // a comment that is never closed has the last line end too
         line.content = hasText ? Line::Text : line.spanCount > 0 ? Line::Working : Line::Blank;
         number += line.count;
         m_lines.append(line);
@@ -406,13 +408,11 @@ void Reader::readHeading(const Line &line)
 {
     const int start = line.start + (m_source.at(line.start) == QLatin1Char('.') ? 1 : 0);
     const auto heading = Host::splitHeading(m_source.mid(start, line.end - start));
-    const bool hasNumber = !heading.second.isEmpty() && !endsInSpan(line);
-    const int end = hasNumber ? start + int(heading.first.size()) : line.end;
+    const int end = start + int(heading.first.size());
     if (isBlank(QStringView(m_source).mid(start, end - start)))
         return readAction(line, line.start, line.end, false);
     addLine(line, QFnElement::SceneHeading, start, end);
-    if (hasNumber)
-        m_paragraphs.last().sceneNumber = heading.second;
+    m_paragraphs.last().sceneNumber = heading.second;
 }
 
 void Reader::readTransition(const Line &line)
@@ -709,16 +709,16 @@ QString Host::written(const QVector<Paragraph> &paragraphs)
 
 QPair<QString, QString> Host::splitHeading(const QString &text)
 {
+    const QChar mark = QLatin1Char('#');
     const int size = int(text.size());
-    const int open = size > 2 && text.endsWith(QLatin1Char('#'))
-                         ? int(text.lastIndexOf(QLatin1Char('#'), size - 2))
-                         : -1;
+    const int open = text.endsWith(mark) ? int(text.lastIndexOf(mark, size - 2)) : -1;
     const QString number = open > 0 ? text.mid(open + 1, size - open - 2) : QString();
-    const bool isNumber =
-        !number.isEmpty() && std::all_of(number.begin(), number.end(), [](QChar c) {
-            return c.isLetterOrNumber() || c == QLatin1Char('.') || c == QLatin1Char('-');
-        });
-    if (!isNumber)
+    const auto isInNumber = [](QChar c) {
+        return c.isLetterOrNumber() || c == QLatin1Char('.') || c == QLatin1Char('-');
+    };
+    const int comment = int(text.lastIndexOf(commentOpen));
+    const bool isInComment = comment >= 0 && text.indexOf(commentClose, comment + 2) < 0;
+    if (number.isEmpty() || isInComment || !std::all_of(number.begin(), number.end(), isInNumber))
         return {text, QString()};
     int end = open;
     while (end > 0 && isBlank(text.at(end - 1)))

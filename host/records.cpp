@@ -3,11 +3,16 @@
 
 #include "host/records.h"
 
+#include "model/literals_p.h"
+
+#include <QtCore/QUrl>
 #include <QtGui/QTextBlock>
 
 #include <utility>
 
 namespace {
+
+using Zem::operator""_L1;
 
 struct Kind
 {
@@ -27,22 +32,24 @@ constexpr int line = Host::linePixels;
 // No two rows have the same margins, so that each block is recognised by them alone. The columns
 // are those of a script page with an action column of six inches.
 constexpr Kind kinds[] = {
-    {QLatin1String("Action"), line, 0, 0, 0, own},
-    {QLatin1String("SceneHeading"), 2 * line, 0, 0, 0, own},
-    {QLatin1String("Scene Heading"), 2 * line, 0, 0, 0, own},
-    {QLatin1String("Character"), line, 0, 211, 0, own},
-    {QLatin1String("Parenthetical"), 0, 0, 154, 192, own},
-    {QLatin1String("Dialogue"), 0, 0, 96, 144, own},
-    {QLatin1String("Transition"), line, 0, 288, 0, right},
-    {QLatin1String("SectionHeading"), 3 * line, 0, 0, 0, own},
-    {QLatin1String("Section Heading"), 3 * line, 0, 0, 0, own},
-    {QLatin1String("Synopsis"), line, 0, 24, 0, own},
-    {QLatin1String("Notes"), line, 0, 48, 48, own},
-    {QLatin1String("Boneyard"), 0, 0, 72, 72, own},
-    {QLatin1String("PageBreak"), line, line, 0, 0, own},
-    {QLatin1String("General"), line, 0, 12, 0, own},
-    {QLatin1String("Title Page"), 0, 0, 48, 48, centred},
+    {"Action"_L1, line, 0, 0, 0, own},
+    {"SceneHeading"_L1, 2 * line, 0, 0, 0, own},
+    {"Scene Heading"_L1, 2 * line, 0, 0, 0, own},
+    {"Character"_L1, line, 0, 211, 0, own},
+    {"Parenthetical"_L1, 0, 0, 154, 192, own},
+    {"Dialogue"_L1, 0, 0, 96, 144, own},
+    {"Transition"_L1, line, 0, 288, 0, right},
+    {"SectionHeading"_L1, 3 * line, 0, 0, 0, own},
+    {"Section Heading"_L1, 3 * line, 0, 0, 0, own},
+    {"Synopsis"_L1, line, 0, 24, 0, own},
+    {"Notes"_L1, line, 0, 48, 48, own},
+    {"Boneyard"_L1, 0, 0, 72, 72, own},
+    {"PageBreak"_L1, line, line, 0, 0, own},
+    {"General"_L1, line, 0, 12, 0, own},
+    {"Title Page"_L1, 0, 0, 48, 48, centred},
 };
+
+constexpr QLatin1String anchorPrefix = "source:"_L1;
 
 ZEMScriptElement toRecord(const Kind &kind)
 {
@@ -92,18 +99,33 @@ QFnElement::Type Host::typeOf(const QTextBlock &block)
     return QFnElement::toElementType(recordOf(block).name);
 }
 
-bool Host::continuesLine(const QTextBlock &block)
+QColor Host::workingColour(QFnElement::Type type)
 {
-    const QTextBlock above = block.previous();
-    if (!above.isValid() || above.length() == 1 || block.length() == 1)
-        return false;
-    const auto isLeftAction = [](const QTextBlock &b) {
-        return typeOf(b) == QFnElement::Action && !(b.blockFormat().alignment() & Qt::AlignHCenter);
-    };
-    if (typeOf(block) == QFnElement::Notes)
-        return isLeftAction(above);
-    return isLeftAction(block) && typeOf(above) == QFnElement::Notes
-           && block.text().at(0).isSpace();
+    switch (type) {
+    case QFnElement::Notes:
+        return QColor(0x8a, 0x5a, 0x00);
+    case QFnElement::Boneyard:
+        return QColor(0x6b, 0x6b, 0x6b);
+    case QFnElement::SectionHeading:
+        return QColor(0x5b, 0x3b, 0x8c);
+    case QFnElement::Synopsis:
+        return QColor(0x1f, 0x5f, 0x8b);
+    default:
+        return QColor();
+    }
+}
+
+QString Host::sourceAnchor(const QString &source)
+{
+    return anchorPrefix + QString::fromLatin1(QUrl::toPercentEncoding(source));
+}
+
+QString Host::sourceOfAnchor(const QStringList &names)
+{
+    const QString name = names.value(0);
+    if (!name.startsWith(anchorPrefix))
+        return QString();
+    return QUrl::fromPercentEncoding(name.mid(anchorPrefix.size()).toLatin1());
 }
 
 QFont Host::scriptFont()

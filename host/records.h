@@ -8,6 +8,8 @@
 #include "model/qfnelement.h"
 
 #include <QtCore/QList>
+#include <QtCore/QStringList>
+#include <QtGui/QColor>
 #include <QtGui/QFont>
 
 class QTextBlock;
@@ -34,10 +36,16 @@ ZEMScriptElement recordOf(const QTextBlock &block);
 /// The type of element that \a block holds. Undefined for a title page and for no record.
 QFnElement::Type typeOf(const QTextBlock &block);
 
-/// Whether the text of \a block goes on in the line of the block above it, and is a block of its
-/// own only because its kind is another: a note right below action, and the rest of the action
-/// behind it, which nothing but a blank at its front can tell.
-bool continuesLine(const QTextBlock &block);
+/// The colour that sets working material off: notes, comments, sections and synopses. Invalid for a
+/// type that is printed.
+QColor workingColour(QFnElement::Type type);
+
+/// The state of the one block of a document that holds nothing but a blank line.
+constexpr int blankLineState = 1;
+
+/// The name of an anchor that carries the source of a paragraph through rich text, and back.
+QString sourceAnchor(const QString &source);
+QString sourceOfAnchor(const QStringList &names);
 
 /// The 12-point typewriter face of a script, the first of several customary families at hand.
 QFont scriptFont();
