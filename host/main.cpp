@@ -100,7 +100,11 @@ ExitCode exportFile(const Options &options)
     document.setHtml(html);
     if (options.plain)
         return save(out, plainScript(document));
-    return save(out, Host::exportScript(document));
+    QStringList messages;
+    const QByteArray script = Host::exportScript(document, &messages).toUtf8();
+    for (const QString &message : qAsConst(messages))
+        report(message, Success);
+    return save(out, script);
 }
 
 ExitCode listElements(const Options &options)

@@ -118,7 +118,7 @@ bool Host::Window::open(const QString &path, QString *error)
 
 bool Host::Window::save(const QString &path, QString *error)
 {
-    if (!saveBytes(path, exportScript(*m_page->document()), error))
+    if (!saveBytes(path, exportScript(*m_page->document()).toUtf8(), error))
         return false;
     m_page->document()->setModified(false);
     setPath(path);
@@ -197,7 +197,7 @@ void Host::Window::exportPdf()
     QString error;
     if (path.isEmpty())
         return;
-    const auto script = read(QString::fromUtf8(exportScript(*m_page->document())));
+    const auto script = read(exportScript(*m_page->document()));
     const QByteArray pdf = toPdf(layOut(script), titleOf(script), customaryPaper(), &error);
     warnUnless(!pdf.isEmpty() && saveBytes(path, pdf, &error), error);
 }

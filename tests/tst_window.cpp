@@ -46,38 +46,6 @@ private Q_SLOTS:
         m_window->show();
     }
 
-    void typedScriptReadsBack()
-    {
-        QCOMPARE(m_box->currentText(), u"Action"_s);
-        QTest::keyClick(m_editor, Qt::Key_Backtab);
-        type(u"int. hall - day"_s, Qt::Key_Return);
-        type(u"A door."_s, Qt::Key_Return);
-        QTest::keyClick(m_editor, Qt::Key_Tab);
-        type(u"anna"_s, Qt::Key_Return);
-        type(u"Who is it?"_s, Qt::Key_Return);
-        QCOMPARE(m_box->currentText(), u"Character"_s);
-        choose(u"Parenthetical"_s);
-        type(u"(low)"_s, Qt::Key_Return);
-        type(u"Well?"_s, Qt::Key_Return);
-        QTest::keyClick(m_editor, Qt::Key_Return); // no more to say
-        type(u"Nobody. And"_s, Qt::Key_Return, Qt::ShiftModifier);
-        choose(u"Transition"_s);
-        type(u"CUT TO:"_s, Qt::Key_Return);
-        choose(u"PageBreak"_s);
-        QTest::keyClick(m_editor, Qt::Key_Return);
-        type(u"EXT. ROAD"_s);
-        save();
-        QFnFastParser parser(nullptr);
-        QFile file(path());
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        parser.parse(QString::fromUtf8(file.readAll()));
-        QCOMPARE(dump(*parser.document),
-                 u"Scene Heading||hall - day\nAction||A door.\nCharacter||ANNA\n"
-                 "Dialogue||Who is it?\nParenthetical||low\nDialogue||Well?\n"
-                 "Action||Nobody. And\nTransition||CUT TO:\nPageBreak||===\nScene Heading||ROAD\n"
-                 "Undefined||"_s);
-    }
-
     void kindIsOneStepOfUndo()
     {
         open();
