@@ -5,15 +5,21 @@
 set(ZEM_QT_VERSION_MAJOR 5 CACHE STRING "The Qt to build with, 5 or 6")
 set_property(CACHE ZEM_QT_VERSION_MAJOR PROPERTY STRINGS 5 6)
 
-# What of Qt 6 carries a suffix, so that both can be installed side by side.
+# What is built on Qt 6 carries a suffix wherever it is installed, so that both can stand side by
+# side: ZEM_SUFFIX for libraries, folders and files, ZEM_DASH_SUFFIX for the names of commands and
+# Debian packages.
 if(ZEM_QT_VERSION_MAJOR EQUAL 5)
     set(ZEM_QT_LEAST 5.15)
     set(ZEM_SUFFIX "")
-    set(zem_qt_packages "qtbase5-dev on Debian and Ubuntu, qt5-qtbase-devel on Fedora, qt5-base on Arch")
+    set(ZEM_DASH_SUFFIX "")
+    set(ZEM_QT_DEV qtbase5-dev)
+    set(zem_qt_packages "${ZEM_QT_DEV} on Debian and Ubuntu, qt5-qtbase-devel on Fedora, qt5-base on Arch")
 elseif(ZEM_QT_VERSION_MAJOR EQUAL 6)
     set(ZEM_QT_LEAST 6.4)
     set(ZEM_SUFFIX Qt6)
-    set(zem_qt_packages "qt6-base-dev on Debian and Ubuntu, qt6-qtbase-devel on Fedora, qt6-base on Arch")
+    set(ZEM_DASH_SUFFIX -qt6)
+    set(ZEM_QT_DEV qt6-base-dev)
+    set(zem_qt_packages "${ZEM_QT_DEV} on Debian and Ubuntu, qt6-qtbase-devel on Fedora, qt6-base on Arch")
 else()
     message(FATAL_ERROR "ZEM_QT_VERSION_MAJOR is ${ZEM_QT_VERSION_MAJOR}; it can be 5 or 6.")
 endif()

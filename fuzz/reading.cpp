@@ -61,10 +61,7 @@ void Reading::readEntry()
         value += token.text;
         tokens.nextToken();
     }
-    QT_WARNING_PUSH
-    QT_WARNING_DISABLE_DEPRECATED
-    titlePage.insertMulti(key, value);
-    QT_WARNING_POP
+    titlePage.insert(key, value);
 }
 
 void Reading::readLine()

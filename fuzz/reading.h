@@ -27,9 +27,9 @@ class Reading
 public:
     explicit Reading(const QString &text);
 
-    QHash<QString, QString> titlePage; ///< As it must be.
-    QStringList words;                 ///< The words, marks aside, that must come out in order.
-    QString characters;                ///< All that must come out, the order aside.
+    QMultiHash<QString, QString> titlePage; ///< As it must be.
+    QStringList words;                      ///< The words, marks aside, that must come out in order.
+    QString characters;                     ///< All that must come out, the order aside.
 
 private:
     void readEntry();
