@@ -232,13 +232,15 @@ void Reader::cutLines()
     }
 }
 
-/// The line without its notes and comments, and with one blank where two would meet around them.
+/// The line without its notes and comments, with one blank where two would meet around them and
+/// with none where one in front of the line leaves it.
 QString Reader::visibleText(const Line &line) const
 {
     QString text;
     int at = line.start;
     const auto append = [&](int end) {
-        if (!text.isEmpty() && isBlank(text.back()) && at < end && isBlank(m_source.at(at)))
+        const bool afterBlank = text.isEmpty() ? at > line.start : isBlank(text.back());
+        if (afterBlank && at < end && isBlank(m_source.at(at)))
             ++at;
         text += QStringView(m_source).mid(at, std::max(0, end - at)).toString();
     };
@@ -252,7 +254,8 @@ QString Reader::visibleText(const Line &line) const
 
 bool Reader::isPageBreak(const Line &line) const
 {
-    if (line.content != Line::Text || m_source.at(line.start) != QLatin1Char('='))
+    const bool mayBe = m_source.at(line.start) == QLatin1Char('=') || line.spanCount > 0;
+    if (line.content != Line::Text || !mayBe)
         return false;
     const QString text = visibleText(line).trimmed();
     return text.startsWith(pageBreakMark) && text.count(QLatin1Char('=')) == text.size();
