@@ -27,11 +27,13 @@ void append(const Stretch &stretch, QVector<Stretch> *stretches)
         stretches->append(stretch);
 }
 
-/// Takes the number of a heading out of its text.
+/// Takes the number of a heading out of its text, if it stands there as custom has it.
 void takeSceneNumber(Paragraph *heading)
 {
-    const auto parts = Host::splitHeading(heading->text());
-    if (parts.second.isEmpty())
+    const QString text = heading->text();
+    const auto parts = Host::splitHeading(text);
+    const auto behindText = text.size() - parts.first.size();
+    if (parts.second.isEmpty() || behindText != parts.second.size() + 3)
         return;
     heading->sceneNumber = parts.second;
     int left = int(parts.first.size());
@@ -48,7 +50,7 @@ Paragraph paragraphOf(const QTextBlock &block)
     paragraph.titlePage = Host::recordOf(block).name == Host::titlePageName();
     if (paragraph.titlePage)
         paragraph.type = QFnElement::General;
-    else if (type != QFnElement::Undefined && block.length() > 1)
+    else if (type == QFnElement::PageBreak || (type != QFnElement::Undefined && block.length() > 1))
         paragraph.type = type;
     paragraph.centred = paragraph.type == QFnElement::Action
                         && block.blockFormat().alignment().testFlag(Qt::AlignHCenter);
@@ -67,6 +69,10 @@ Paragraph paragraphOf(const QTextBlock &block)
     }
     if (paragraph.type == QFnElement::SceneHeading)
         takeSceneNumber(&paragraph);
+    if (paragraph.type == QFnElement::PageBreak && paragraph.stretches.isEmpty()) {
+        paragraph.stretches.append(Stretch());
+        paragraph.stretches.last().text = QStringLiteral("===");
+    }
     return paragraph;
 }
 
@@ -160,10 +166,11 @@ QString message(int number, const Paragraph &wanted, const Paragraph &read)
 QString Host::exportScript(const QTextDocument &document, QStringList *messages)
 {
     QVector<Paragraph> paragraphs;
-    if (document.isEmpty() && document.begin().userState() != blankLineState)
-        return QString();
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
         paragraphs.append(paragraphOf(block));
+    const bool saysNothing = paragraphs.size() == 1 && paragraphs.first().stretches.isEmpty();
+    if (saysNothing && document.begin().userState() != blankLineState)
+        return QString();
 
     Trial trial(paragraphs);
     QVector<int> wrong = trial.write();
