@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The ZemFountain authors
+// SPDX-License-Identifier: MIT
+
+// roundtrip COUNT SEED FILES...: sends COUNT made scripts and the files to rich text and back, and
+// prints what does not come back. The exit code is 1 if anything does not.
+
+#include "scripts.h"
+
+#include <QtCore/QFile>
+#include <QtGui/QGuiApplication>
+
+#include <cstdio>
+
+int main(int argc, char **argv)
+{
+    const QGuiApplication application(argc, argv);
+    const QStringList arguments = QGuiApplication::arguments();
+    const quint32 count = arguments.value(1).toUInt();
+    const quint32 seed = arguments.value(2).toUInt();
+    int failures = 0;
+    const auto check = [&](const QString &name, const QString &script) {
+        if (comeBack(script) == script)
+            return;
+        ++failures;
+        const QString least = shrunk(script);
+        std::printf("%s: \"%s\"\ncomes back as \"%s\"\n", qPrintable(name), qPrintable(least),
+                    qPrintable(comeBack(least)));
+    };
+    for (quint32 i = 0; i < count; ++i)
+        check(u"script %1"_s.arg(seed + i), madeScript(seed + i));
+    for (const QString &path : arguments.mid(3)) {
+        QFile file(path);
+        if (file.open(QIODevice::ReadOnly)) {
+            check(path, QString::fromUtf8(file.readAll()).replace(u"\r\n"_s, u"\n"_s));
+        } else {
+            ++failures;
+            std::printf("%s: %s\n", qPrintable(path), qPrintable(file.errorString()));
+        }
+    }
+    std::printf("%d of %lld came back otherwise\n", failures,
+                static_cast<long long>(count + arguments.mid(3).size()));
+    return failures == 0 ? 0 : 1;
+}
