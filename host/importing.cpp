@@ -60,7 +60,7 @@ void Host::insertParagraph(const Paragraph &paragraph, QTextCursor *cursor)
         QTextCharFormat format = textFormatOf(stretch, paragraph.type);
         if (!source.isEmpty()) {
             format.setAnchor(true);
-            format.setAnchorNames({sourceAnchor(source)});
+            format.setAnchorNames({sourceAnchor(cursor->blockNumber(), source)});
             source.clear();
         }
         cursor->insertText(stretch.text, format);

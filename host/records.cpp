@@ -50,6 +50,7 @@ constexpr Kind kinds[] = {
 };
 
 constexpr QLatin1String anchorPrefix = "source:"_L1;
+constexpr QChar anchorMark = QLatin1Char(':'); // behind the number
 
 ZEMScriptElement toRecord(const Kind &kind)
 {
@@ -115,9 +116,10 @@ QColor Host::workingColour(QFnElement::Type type)
     }
 }
 
-QString Host::sourceAnchor(const QString &source)
+QString Host::sourceAnchor(int number, const QString &source)
 {
-    return anchorPrefix + QString::fromLatin1(QUrl::toPercentEncoding(source));
+    return anchorPrefix + QString::number(number) + anchorMark
+           + QString::fromLatin1(QUrl::toPercentEncoding(source));
 }
 
 QString Host::sourceOfAnchor(const QStringList &names)
@@ -125,7 +127,8 @@ QString Host::sourceOfAnchor(const QStringList &names)
     const QString name = names.value(0);
     if (!name.startsWith(anchorPrefix))
         return QString();
-    return QUrl::fromPercentEncoding(name.mid(anchorPrefix.size()).toLatin1());
+    const int behindNumber = int(name.indexOf(anchorMark, anchorPrefix.size())) + 1;
+    return QUrl::fromPercentEncoding(name.mid(behindNumber).toLatin1());
 }
 
 QFont Host::scriptFont()

@@ -43,8 +43,9 @@ QColor workingColour(QFnElement::Type type);
 /// The state of the one block of a document that holds nothing but a blank line.
 constexpr int blankLineState = 1;
 
-/// The name of an anchor that carries the source of a paragraph through rich text, and back.
-QString sourceAnchor(const QString &source);
+/// The name of an anchor that carries the source of a paragraph through rich text, and back. No two
+/// anchors of a file may have one name, so it has the \a number of the paragraph in it.
+QString sourceAnchor(int number, const QString &source);
 QString sourceOfAnchor(const QStringList &names);
 
 /// The 12-point typewriter face of a script, the first of several customary families at hand.
