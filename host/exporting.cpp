@@ -43,7 +43,17 @@ void takeSceneNumber(Paragraph *heading)
     }
 }
 
-Paragraph paragraphOf(const QTextBlock &block)
+/// Whether the kind has no emphasis in a script: its marks are text there.
+bool isPlain(QFnElement::Type type)
+{
+    return type == QFnElement::Character || type == QFnElement::SceneHeading
+           || type == QFnElement::SectionHeading || type == QFnElement::Notes
+           || type == QFnElement::Boneyard;
+}
+
+/// The paragraph of a block, and in \a losesEmphasis whether it has emphasis that its kind cannot
+/// have.
+Paragraph paragraphOf(const QTextBlock &block, bool *losesEmphasis)
 {
     Paragraph paragraph;
     const QFnElement::Type type = Host::typeOf(block);
@@ -65,6 +75,10 @@ Paragraph paragraphOf(const QTextBlock &block)
         stretch.bold = format.fontWeight() >= QFont::Bold;
         stretch.italic = format.fontItalic();
         stretch.underline = format.underlineStyle() != QTextCharFormat::NoUnderline;
+        if (isPlain(paragraph.type) && !stretch.looksLike(Stretch())) {
+            *losesEmphasis = true;
+            stretch.bold = stretch.italic = stretch.underline = false;
+        }
         append(stretch, &paragraph.stretches);
     }
     if (paragraph.type == QFnElement::SceneHeading)
@@ -148,17 +162,19 @@ QVector<int> Trial::write()
     return wrong;
 }
 
-QString message(int number, const Paragraph &wanted, const Paragraph &read)
+QString shown(const Paragraph &paragraph)
 {
-    const auto shown = [](const Paragraph &paragraph) {
-        constexpr int most = 40;
-        QString text = paragraph.text().replace(QChar(QChar::LineSeparator), QLatin1Char(' '));
-        if (text.size() > most)
-            text = text.left(most) + QLatin1String("...");
-        return QStringLiteral("%1 \"%2\"").arg(QFnElement::toString(paragraph.type), text);
-    };
-    return QStringLiteral("paragraph %1, %2, has no form in the script and becomes %3")
-        .arg(QString::number(number), shown(wanted), shown(read));
+    constexpr int most = 40;
+    QString text = paragraph.text().replace(QChar(QChar::LineSeparator), QLatin1Char(' '));
+    if (text.size() > most)
+        text = text.left(most) + QLatin1String("...");
+    return QStringLiteral("%1 \"%2\"").arg(QFnElement::toString(paragraph.type), text);
+}
+
+QString message(int number, const Paragraph &paragraph, const QString &fate)
+{
+    return QStringLiteral("paragraph %1, %2, %3")
+        .arg(QString::number(number), shown(paragraph), fate);
 }
 
 } // namespace
@@ -166,8 +182,13 @@ QString message(int number, const Paragraph &wanted, const Paragraph &read)
 QString Host::exportScript(const QTextDocument &document, QStringList *messages)
 {
     QVector<Paragraph> paragraphs;
-    for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
-        paragraphs.append(paragraphOf(block));
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        bool losesEmphasis = false;
+        paragraphs.append(paragraphOf(block, &losesEmphasis));
+        if (losesEmphasis && messages)
+            messages->append(message(int(paragraphs.size()), paragraphs.last(),
+                                     QStringLiteral("loses its emphasis")));
+    }
     const bool saysNothing = paragraphs.size() == 1 && paragraphs.first().stretches.isEmpty();
     if (saysNothing && document.begin().userState() != blankLineState)
         return QString();
@@ -187,7 +208,9 @@ QString Host::exportScript(const QTextDocument &document, QStringList *messages)
         wrong = trial.write();
     for (const int i : qAsConst(wrong)) {
         if (messages)
-            messages->append(message(i + 1, paragraphs.at(i), trial.readAt(i)));
+            messages->append(message(i + 1, paragraphs.at(i),
+                                     QStringLiteral("has no form in the script and becomes ")
+                                         + shown(trial.readAt(i))));
     }
     return trial.text();
 }

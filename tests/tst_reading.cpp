@@ -107,7 +107,8 @@ const Row messageRows[] = {
     {"typed asterisks", u"Action: *a*", u"1"},
     {"a cue in small letters", u"Action: a\nCharacter: bob\nDialogue: b", u"2 3"},
     {"a speech without a cue", u"Dialogue: x", u"1"},
-    {"an emphasised cue", u"Character: ANNA\nDialogue: <b>A</b>", u""},
+    {"emphasis in a speech", u"Character: ANNA\nDialogue: <b>A</b>", u""},
+    {"emphasis in a heading, once", u"SceneHeading: <b>INT. SEA</b>", u"1"},
 };
 // clang-format on
 
