@@ -118,8 +118,10 @@ QColor Host::workingColour(QFnElement::Type type)
 
 QString Host::sourceAnchor(int number, const QString &source)
 {
-    return anchorPrefix + QString::number(number) + anchorMark
-           + QString::fromLatin1(QUrl::toPercentEncoding(source));
+    // The mark is coded with the source, or U+FEFF at its front would be dropped as a byte order
+    // mark.
+    return anchorPrefix + QString::number(number)
+           + QString::fromLatin1(QUrl::toPercentEncoding(anchorMark + source));
 }
 
 QString Host::sourceOfAnchor(const QStringList &names)
@@ -127,8 +129,8 @@ QString Host::sourceOfAnchor(const QStringList &names)
     const QString name = names.value(0);
     if (!name.startsWith(anchorPrefix))
         return QString();
-    const int behindNumber = int(name.indexOf(anchorMark, anchorPrefix.size())) + 1;
-    return QUrl::fromPercentEncoding(name.mid(behindNumber).toLatin1());
+    const QString decoded = QUrl::fromPercentEncoding(name.mid(anchorPrefix.size()).toLatin1());
+    return decoded.mid(decoded.indexOf(anchorMark) + 1);
 }
 
 QFont Host::scriptFont()
