@@ -124,7 +124,10 @@ QVector<Host::Line> Host::printedLines(const QVector<Stretch> &stretches)
                 continue;
             if (behindCut && QStringLiteral(" .,;:!?)\u2026").contains(piece.text.at(0)))
                 chopBlanks(&lines.last());
-            lines.last().append(piece);
+            if (!lines.last().isEmpty() && lines.last().last().looksLike(piece))
+                lines.last().last().text += piece.text;
+            else
+                lines.last().append(piece);
             behindCut = false;
         }
     }

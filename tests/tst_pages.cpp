@@ -39,6 +39,8 @@ const Row layoutRows[] = {
     {"nothing", u"", u""},
     {"every kind at its column", u"int. sea - day\n\nShe waits.\n\nANNA\n(low)\nHi.\n\nCUT TO:\n\n> the *end* <\n",
      u"0 15 INT. SEA - DAY\n2 15 She waits.\n4 37 ANNA\n5 31 (low)\n6 25 Hi.\n8 68 CUT TO:\n10 41 the end"},
+    {"a long scene number leaves room", u"INT. " u"123456789 123456789 123456789 123456789 123456789 X #1234567890123#\n",
+     u"0 1 123456789012  INT. 123456789 123456789 123456789 123456789         123456789012\n1 15 123456789 X"},
     {"scene number at both edges", u"INT. SEA #12A#\n\nb\n", u"0 10 12A  INT. SEA" u"                                                      12A\n2 15 b"},
     {"action breaks behind 60 letters", u"123456789 123456789 123456789 123456789 123456789 1234567890 x\n",
      u"0 15 123456789 123456789 123456789 123456789 123456789 1234567890\n1 15 x"},
@@ -46,14 +48,14 @@ const Row layoutRows[] = {
      u"0 15 123456789 123456789 123456789 123456789 123456789\n1 15 12345678901"},
     {"dialogue breaks behind 35 letters", u"ANNA\n123456789 123456789 123456789 12345 x\n",
      u"0 37 ANNA\n1 25 123456789 123456789 123456789 12345\n2 25 x"},
-    {"parenthetical hangs", u"ANNA\n(123456789 123456789 123 567890)\nHi.\n",
-     u"0 37 ANNA\n1 31 (123456789 123456789 123\n2 32 567890)\n3 25 Hi."},
+    {"parenthetical hangs", u"ANNA\n(123456789 123456789 1234 67)\nHi.\n",
+     u"0 37 ANNA\n1 31 (123456789 123456789\n2 32 1234 67)\n3 25 Hi."},
     {"a word longer than the line", u"ANNA\n1234567890123456789012345678901234567\n",
      u"0 37 ANNA\n1 25 12345678901234567890123456789012345\n2 25 67"},
     {"an accent counts with its letter", u"ANNA\n123456789 123456789 123456789 1234e\u0301 x\n",
      u"0 37 ANNA\n1 25 123456789 123456789 123456789 1234e\u0301\n2 25 x"},
-    {"a wide letter counts two", u"ANNA\n\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\n",
-     u"0 37 ANNA\n1 25 \u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\n2 25 \u706f"},
+    {"a wide letter counts two", u"ANNA\n\U0001F525\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\U0001F525\n",
+     u"0 37 ANNA\n1 25 \U0001F525\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\n2 25 \U0001F525"},
     {"lines stay lines", u"a\nb\n\n    c\td\n", u"0 15 a\n1 15 b\n3 19 c    d"},
     {"blank lines stay", u"a\n\n\n\nb\n", u"0 15 a\n4 15 b"},
     {"working material is left out", u"a\n\n# b\n\n= c\n\n[[d]]\n\n/* e */\n\nf\n", u"0 15 a\n2 15 f"},
@@ -88,13 +90,14 @@ const Turn turns[] = {
     {"a cue that goes on already", 49, u"ANNA (CONT'D)\none\ntwo\nthree\nfour\nfive\n"_s, u"(MORE)"_s, u"ANNA (CONT'D)|three"_s},
     {"a speech turns behind a sentence", 47, u"ANNA\none\ntwo.\nthree\nfour\nfive\nsix\nseven\n"_s, u"(MORE)"_s, u"ANNA (CONT'D)|three|four"_s},
     {"not too far up", 46, u"ANNA\none\ntwo.\nthree\nfour\nfive\nsix\nseven\neight\n"_s, u"(MORE)"_s, u"ANNA (CONT'D)|six|seven"_s},
+    {"a speech longer than a page", 0, u"ANNA\n"_s + u"x\n"_s.repeated(60), u"(MORE)"_s, u"ANNA (CONT'D)|x"_s},
     {"a parenthetical goes with its line", 48, u"ANNA\none\ntwo\n(low)\nthree\nfour\nfive\n"_s, u"(MORE)"_s, u"ANNA (CONT'D)|(low)|three"_s},
 };
 
 // Title pages: rows and columns of all pages, parted by "|".
 const Row titleRows[] = {
     {"a part for each entry",
-     u"Copyright: (c) A\nContact: B Ltd.\n    c@d.example\nDraft date: 1 May\nSource: e\nAuthor: F\nTitle: The *Sea*\nCredit: by\n\nx\n",
+     u"Copyright: (c) A\nContact: B Ltd.\n    c@d.example\nDraft date: 1 May\nSource: e\nAuthor: F\nTitle: The *Sea*\nCredit:by\n\nx\n",
      u"16 41 The Sea\n20 44 by\n22 44 F\n26 44 e\n51 70 1 May\n52 15 B Ltd.\n53 15 c@d.example" u"                                            (c) A|0 15 x"},
     {"a long entry in lines of its column", u"Contact: 123456789 123456789 123456789 123456 789\n\nx\n",
      u"52 15 123456789 123456789 123456789 123456\n53 15 789|0 15 x"},
@@ -133,7 +136,7 @@ private Q_SLOTS:
         QStringList second;
         for (const QString &line : pages.at(1))
             second.append(line.trimmed());
-        QVERIFY(pages.at(0).size() <= 55);
+        QVERIFY(pages.at(0).size() <= Host::pageRows + 1);
         QCOMPARE(pages.at(0).at(pages.at(0).size() - 2).trimmed(), turn.last);
         QVERIFY2(second.join(u'|').startsWith(turn.start), qPrintable(second.join(u'|')));
     }
@@ -191,6 +194,7 @@ private Q_SLOTS:
         };
         const QString boxes = run(u"pdftotext"_s, {u"-bbox"_s, file.fileName(), u"-"_s});
         QVERIFY2(boxes.contains(u"<title>The Sea</title>"_s), qPrintable(boxes));
+        QVERIFY(boxes.contains(u"\"Creator\" content=\"tst_pages\""_s));
         QStringList words;
         const QRegularExpression box(u"(<page width=\"595)|xMin=\"(.*?)\" yMin=\"(.*?)\".*>(.*)</word>"_s);
         for (auto match = box.globalMatch(boxes); match.hasNext();) {
