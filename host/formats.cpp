@@ -19,9 +19,11 @@
 
 namespace {
 
+/// The title page is the first paragraph, so no more is read.
 QString titleOf(const Host::Work &work)
 {
-    const QString title = Host::titleOf(Host::read(work.text));
+    const QString titlePage = work.text.left(work.text.indexOf(QLatin1String("\n\n")));
+    const QString title = Host::titleOf(Host::read(titlePage));
     return title.isEmpty() ? work.name : title;
 }
 

@@ -13,7 +13,6 @@ namespace {
 
 using Host::Line;
 
-constexpr int rightEdge = 75;       // where action and transitions end
 constexpr int leftNumber = 13;      // where a scene number left of its heading ends
 constexpr int rightNumber = 80;     // where the one right of it ends
 constexpr int longestNumber = 12;   // a longer one is cut
@@ -81,7 +80,7 @@ QVector<Host::PageLine> placedLines(const Host::Paragraph &paragraph, const Plac
             if (paragraph.centred)
                 column += (place.width - Host::lettersOf(Host::textOf(part))) / 2;
             if (place.type == QFnElement::Transition)
-                column = rightEdge - Host::lettersOf(Host::textOf(part));
+                column += place.width - Host::lettersOf(Host::textOf(part));
             placed.append({0, column, part, -1});
         }
     }
@@ -169,7 +168,7 @@ QVector<Line> continuedCue(const QVector<Row> &rows, int cue)
         line.append(line.last());
         line.last().text = QStringLiteral(" (CONT'D)");
     }
-    return Host::wrapped(line, rightEdge - cueColumn);
+    return Host::wrapped(line, places[2].width);
 }
 
 bool endsSentence(const Row &row)

@@ -107,6 +107,7 @@ const Refusal refusals[] = {
     {"option of another command", "zemscript export a b --paper a4", 2, "export: Unknown option 'paper'"},
     {"unknown format", "zemscript import a b --to doc", 2, "doc: unknown format; known: html, odt, pdf, txt"},
     {"unknown paper", "zemscript import a b --paper A5", 2, "A5: unknown paper; known: letter, a4"},
+    {"plain text of pages", "zemscript import good o.txt --plain", 2, "txt: pages are not made by --plain"},
     {"plain pages", "zemscript import good o.pdf --plain", 2, "pdf: pages are not made by --plain"},
 };
 // clang-format on
@@ -201,6 +202,7 @@ private Q_SLOTS:
         QVERIFY(terms > 12);
         for (const QString &line : help.split(u'\n'))
             QVERIFY2(line.size() <= 80, qPrintable(line));
+        QVERIFY(run("zemscript help export").out.contains("export RICHTEXT [OUT]"));
         QVERIFY(run("zemscript help export").out.contains("--plain"));
         QVERIFY(!run("zemscript help export").out.contains("--to"));
         QCOMPARE(run("zemscript export --help").out, run("zemscript help export").out);

@@ -59,8 +59,8 @@ const Row layoutRows[] = {
     {"lines stay lines", u"a\nb\n\n    c\td\n", u"0 15 a\n1 15 b\n3 19 c    d"},
     {"blank lines stay", u"a\n\n\n\nb\n", u"0 15 a\n4 15 b"},
     {"working material is left out", u"a\n\n# b\n\n= c\n\n[[d]]\n\n/* e */\n\nf\n", u"0 15 a\n2 15 f"},
-    {"and leaves no gap in a line", u"She sits [[check]]. Then [[no]] up /* ! */\n\n[[x]] Out.\n",
-     u"0 15 She sits. Then up\n2 15 Out."},
+    {"and leaves no gap in a line", u"She sits [[check]]. Then [[no]] up /* ! */\n\n[[x]] Out.\n\n> Off [[y]]\n",
+     u"0 15 She sits. Then up\n2 15 Out.\n4 72 OFF"},
     {"nor in a speech or paragraph", u"ANNA\nHi.\n[[note]]\nBye.\n\na\n[[b]]\nc\n",
      u"0 37 ANNA\n1 25 Hi.\n2 25 Bye.\n4 15 a\n5 15 c"},
 };
@@ -161,12 +161,19 @@ private Q_SLOTS:
         QCOMPARE(pages.at(0).at(34).trimmed(), u"c"_s);
         QCOMPARE(pages.at(1).at(53).trimmed(), u"b"_s);
         QCOMPARE(placed(pages.at(2)).count(u'b'), 6);
+        // A head of 20 lines leaves 16 for the foot.
+        const QString head = u"Title:\n"_s + u"    a\n"_s.repeated(20) + u"Contact:\n"_s;
+        QCOMPARE(pagesOf(head + u"    b\n"_s.repeated(16) + u"\nx\n"_s).size(), 2);
+        QCOMPARE(pagesOf(head + u"    b\n"_s.repeated(17) + u"\nx\n"_s).size(), 3);
+        QCOMPARE(pagesOf(u"Title:\n"_s + u"    a\n"_s.repeated(55)).first().first().trimmed(), u"a"_s);
         QCOMPARE(Host::titleOf(Host::read(u"Title: a\n    *b*\n\nc\n"_s)), u"a b"_s);
     }
 
     void emphasisStaysAtItsLetters()
     {
         const auto pages = Host::layOut(Host::read(u"one **two** _three *four*_\n"_s));
+        QCOMPARE(pages.first().lines.first().paragraph, 0);
+        QCOMPARE(Host::layOut(Host::read(u"INT. A #1#\n"_s)).first().lines.last().paragraph, -1);
         QStringList looks;
         for (const Host::Stretch &s : pages.first().lines.first().stretches)
             looks.append(s.text + u" b"_s.repeated(s.bold) + u" i"_s.repeated(s.italic)
