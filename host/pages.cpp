@@ -108,16 +108,16 @@ void allowPageStarts(QVector<Row> *rows, int begin, int end)
 QVector<Row> rowsOf(const QVector<Host::Paragraph> &script)
 {
     QVector<Row> rows;
-    int blankLines = 0;     // in the script, beyond the customary one
-    bool behindCut = false; // what stands above is not printed
-    bool pageBreak = false; // stands below the last row
-    bool joined = false;    // no blank line has come since the last row
-    int end = -1;           // the line of the source behind the last paragraph
+    int blankLines = 0;      // in the script, beyond the customary one
+    bool behindCut = false;  // what stands above is not printed
+    bool startsPage = false; // stands below the last row
+    bool joined = false;     // no blank line has come since the last row
+    int end = -1;            // the line of the source behind the last paragraph
     for (int i = 0; i < script.size(); ++i) {
         const Host::Paragraph &paragraph = script.at(i);
         joined = joined && paragraph.line == end;
         end = paragraph.line + paragraph.lineCount;
-        pageBreak = pageBreak || paragraph.type == QFnElement::PageBreak;
+        startsPage = startsPage || paragraph.type == QFnElement::PageBreak;
         const bool blank = paragraph.type == QFnElement::Action && paragraph.text().isEmpty();
         // Blank lines on both sides of what is not printed would add up.
         blankLines += blank && !behindCut ? 1 : 0;
@@ -132,7 +132,7 @@ QVector<Row> rowsOf(const QVector<Host::Paragraph> &script)
             continue;
 
         row.type = place.type;
-        row.startsPage = pageBreak;
+        row.startsPage = startsPage;
         row.above = joined && row.type == rows.last().type ? 0 : place.above + blankLines;
         for (const Host::PageLine &line : lines) {
             row.line = line;
@@ -143,7 +143,7 @@ QVector<Row> rowsOf(const QVector<Host::Paragraph> &script)
             row.number.clear();
         }
         blankLines = 0;
-        pageBreak = false;
+        startsPage = false;
         joined = row.type == QFnElement::Action;
     }
     for (int begin = 0, next = 0; begin < rows.size(); begin = next) {
@@ -162,8 +162,11 @@ QVector<Row> rowsOf(const QVector<Host::Paragraph> &script)
 QVector<Line> continuedCue(const QVector<Row> &rows, int cue)
 {
     Line line;
-    for (int i = cue; rows.at(i).type == QFnElement::Character; ++i)
+    for (int i = cue; rows.at(i).type == QFnElement::Character; ++i) {
+        if (i > cue)
+            line.last().text += u' ';
         line += rows.at(i).line.stretches;
+    }
     if (!Host::textOf(line).contains(QLatin1String("(CONT"))) {
         line.append(line.last());
         line.last().text = QStringLiteral(" (CONT'D)");

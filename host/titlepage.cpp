@@ -26,7 +26,7 @@ constexpr Column columns[] = {{15, 60, 0.5}, {15, 36, 0}, {53, 22, 1}};
 constexpr int headRow = 16; // a third of the way down the paper
 constexpr int gap = 2;      // lines between the head and the foot at least
 
-struct Kind
+struct Key
 {
     QLatin1String word; ///< How the key begins.
     Part part;
@@ -34,7 +34,7 @@ struct Kind
 };
 
 // In their customary order. The last stands for every other key.
-constexpr Kind kinds[] = {
+constexpr Key keys[] = {
     {QLatin1String("Title"), Head, 0},   {QLatin1String("Credit"), Head, 3},
     {QLatin1String("Author"), Head, 1},  {QLatin1String("Source"), Head, 3},
     {QLatin1String("Notes"), Left, 1},   {QLatin1String("Draft"), Right, 1},
@@ -42,19 +42,19 @@ constexpr Kind kinds[] = {
     {QLatin1String("Contact"), Left, 1}, {QLatin1String(""), Left, 1},
 };
 
-/// The index in kinds of the entry called \a key.
+/// The index in keys of the entry called \a key.
 int placeOf(const QString &key)
 {
-    const auto kind = std::find_if(std::begin(kinds), std::end(kinds), [&key](const Kind &k) {
+    const auto found = std::find_if(std::begin(keys), std::end(keys), [&key](const Key &k) {
         return key.startsWith(k.word, Qt::CaseInsensitive);
     });
-    return int(kind - std::begin(kinds));
+    return int(found - std::begin(keys));
 }
 
 /// A line of a value, or an empty one between two entries.
 struct TitleLine
 {
-    int kind;
+    int key;       ///< index in keys
     int paragraph; ///< index in the script
     Line line;
 };
@@ -66,16 +66,16 @@ QVector<TitleLine> titleLines(const QVector<Host::Paragraph> &script)
     for (int i = 0; i < script.size() && script.at(i).titlePage; ++i) {
         const QString text = script.at(i).text();
         int start = int(text.indexOf(u':')) + 1;
-        const int kind = placeOf(text.left(start));
+        const int key = placeOf(text.left(start));
         for (const Line &line : Host::printedLines(script.at(i).stretches)) {
             const Line value = Host::trimmed(Host::sliced(line, start));
             if (!value.isEmpty())
-                lines.append({kind, i, value});
+                lines.append({key, i, value});
             start = 0;
         }
     }
     std::stable_sort(lines.begin(), lines.end(),
-                     [](const TitleLine &a, const TitleLine &b) { return a.kind < b.kind; });
+                     [](const TitleLine &a, const TitleLine &b) { return a.key < b.key; });
     return lines;
 }
 
@@ -84,13 +84,13 @@ QVector<TitleLine> linesOf(const QVector<TitleLine> &lines, Part part)
 {
     QVector<TitleLine> own;
     for (const TitleLine &line : lines) {
-        const Kind &kind = kinds[line.kind];
-        if (kind.part != part)
+        const Key &key = keys[line.key];
+        if (key.part != part)
             continue;
         if (!own.isEmpty() && own.last().paragraph != line.paragraph)
-            own.insert(own.size(), kind.above, {line.kind, line.paragraph, Line()});
+            own.insert(own.size(), key.above, {line.key, line.paragraph, Line()});
         for (const Line &piece : Host::wrapped(line.line, columns[part].width))
-            own.append({line.kind, line.paragraph, piece});
+            own.append({line.key, line.paragraph, piece});
     }
     return own;
 }
@@ -103,7 +103,7 @@ void put(const QVector<TitleLine> &lines, int page, int row, QVector<Host::Page>
         row %= pageRows;
         if (pages->size() <= page)
             pages->append(Host::Page());
-        const Column &column = columns[kinds[line.kind].part];
+        const Column &column = columns[keys[line.key].part];
         const int free = column.width - Host::lettersOf(Host::textOf(line.line));
         (*pages)[page].lines.append(
             {row++, column.left + int(free * column.share), line.line, line.paragraph});
@@ -149,7 +149,7 @@ QString Host::titleOf(const QVector<Paragraph> &script)
 {
     QStringList title;
     for (const TitleLine &line : titleLines(script)) {
-        if (line.kind == 0)
+        if (line.key == 0)
             title.append(textOf(line.line));
     }
     return title.join(u' ');

@@ -102,6 +102,7 @@ const Refusal refusals[] = {
     {"help on an unknown command", "zemscript help edti", 2, "edti: no such command"},
     {"files missing", "zemscript import", 2, "import: takes SCRIPT [OUT]; see"},
     {"too many files", "zemscript elements a b", 2, "elements: takes SCRIPT; see"},
+    {"or to edit", "zemscript edit a b", 2, "edit: takes [SCRIPT]; see"},
     {"unknown option", "zemscript import a b --wide", 2, "wide"},
     {"help of Qt's own options", "zemscript --help-all", 2, "help-all"},
     {"option of another command", "zemscript export a b --paper a4", 2, "export: Unknown option 'paper'"},
@@ -200,6 +201,7 @@ private Q_SLOTS:
             QVERIFY2(manual.contains(word.simplified().section(u' ', 0, 0)), qPrintable(word));
         }
         QVERIFY(terms > 12);
+        QVERIFY(help.contains(u"\n  import SCRIPT [OUT]   Takes"_s) && help.contains(u"\n  edit [SCRIPT]         Opens"_s));
         for (const QString &line : help.split(u'\n'))
             QVERIFY2(line.size() <= 80, qPrintable(line));
         QVERIFY(run("zemscript help export").out.contains("export RICHTEXT [OUT]"));
