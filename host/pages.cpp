@@ -16,6 +16,7 @@ using Host::Line;
 constexpr int leftNumber = 13;      // where a scene number left of its heading ends
 constexpr int rightNumber = 80;     // where the one right of it ends
 constexpr int longestNumber = 12;   // a longer one is cut
+constexpr int longestCue = 4;       // lines of a cue that are said again on the next page
 constexpr int leastLines = 2;       // of a paragraph or speech on each side of the end of a page
 constexpr int reachForSentence = 2; // lines that a page may stay short to end with a sentence
 
@@ -171,7 +172,7 @@ QVector<Line> continuedCue(const QVector<Row> &rows, int cue)
         line.append(line.last());
         line.last().text = QStringLiteral(" (CONT'D)");
     }
-    return Host::wrapped(line, places[2].width);
+    return Host::wrapped(line, places[2].width).mid(0, longestCue);
 }
 
 bool endsSentence(const Row &row)
