@@ -55,7 +55,7 @@ QByteArray makeOdt(const Host::Work &work, QString *)
     fill(&document, work);
     QTextCharFormat face;
     face.setFontFamilies({QStringLiteral("Courier New")});
-    face.setProperty(QTextFormat::FontFamily, QStringLiteral("Courier New")); // for Qt 5
+    face.setProperty(QTextFormat::FontFamily, QStringLiteral("Courier New")); // Qt 5 reads this
     face.setFontPointSize(document.defaultFont().pointSizeF());
     QTextCursor all(&document);
     all.select(QTextCursor::Document);

@@ -206,7 +206,7 @@ private Q_SLOTS:
         if (QStandardPaths::findExecutable(u"pdftotext"_s).isEmpty())
             QSKIP("needs pdftotext");
         QString problem;
-        const auto script = Host::read(u"Title: Sea\n\nINT. SEA #1#\n\n**Anna** waits.\n\n===\n\nBEN\nHi.\n"_s);
+        const auto script = Host::read(u"Title: Sea\n\nINT. SEA #1#\n\n**Anna** *waits*.\n\n===\n\nBEN\nHi.\n"_s);
         QTemporaryDir folder;
         QFile file(folder.filePath(u"x.pdf"_s));
         QVERIFY(file.open(QIODevice::WriteOnly));
@@ -234,7 +234,8 @@ private Q_SLOTS:
         words.sort(); // pdftotext has an order of its own
         QCOMPARE(words.join(u','), u"-3 73 2.,0 12 1,0 15 INT.,0 20 SEA,0 37 BEN,0 79 1,1 25 Hi.,"
                                     "16 43 Sea,2 15 Anna,2 20 waits.,|,|,|"_s);
-        QVERIFY(run(u"pdffonts"_s, {file.fileName()}).contains(u"Bold"_s));
+        const QString fonts = run(u"pdffonts"_s, {file.fileName()});
+        QVERIFY2(fonts.contains(u"Bold"_s) && fonts.contains(QRegularExpression(u"Italic|Oblique"_s)), qPrintable(fonts));
         QCOMPARE(problem, QString());
     }
 };
