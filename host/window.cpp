@@ -3,131 +3,566 @@
 
 #include "host/window.h"
 
-#include "host/exporting.h"
-#include "host/files.h"
-#include "host/page.h"
+#include "host/findbar.h"
+#include "host/formats.h"
+#include "host/highlighter.h"
+#include "host/pages.h"
+#include "host/pagesview.h"
 #include "host/pdf.h"
-#include "host/records.h"
-#include "host/titlepage.h"
+#include "host/scripteditor.h"
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QMimeData>
-#include <QtGui/QAbstractTextDocumentLayout>
+#include <QtCore/QSettings>
 #include <QtGui/QCloseEvent>
 #include <QtGui/QTextBlock>
-#include <QtWidgets/QComboBox>
 #include <QtWidgets/QDockWidget>
 #include <QtWidgets/QFileDialog>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QListView>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QMessageBox>
-#include <QtWidgets/QScrollBar>
-#include <QtWidgets/QToolBar>
+#include <QtWidgets/QSplitter>
+#include <QtWidgets/QStatusBar>
+#include <QtWidgets/QVBoxLayout>
 
 #include <algorithm>
+#include <chrono>
+#include <iterator>
+
+using namespace std::chrono_literals;
 
 namespace {
 
-constexpr char scripts[] = "Fountain (*.fountain);;All files (*)";
+constexpr auto pause = 250ms;  // of typing, before the script is read
+constexpr auto copyDelay = 4s; // the most that a crash may cost
+constexpr int recentCount = 8;
+constexpr char program[] = "zemscript";
+
+constexpr const char *kindNames[] = {
+    QT_TRANSLATE_NOOP("Host::Window", ""),
+    QT_TRANSLATE_NOOP("Host::Window", "Action"),
+    QT_TRANSLATE_NOOP("Host::Window", "Comment"),
+    QT_TRANSLATE_NOOP("Host::Window", "Character"),
+    QT_TRANSLATE_NOOP("Host::Window", "Note"),
+    QT_TRANSLATE_NOOP("Host::Window", "Dialogue"),
+    QT_TRANSLATE_NOOP("Host::Window", "Page break"),
+    QT_TRANSLATE_NOOP("Host::Window", "Parenthetical"),
+    QT_TRANSLATE_NOOP("Host::Window", "Scene heading"),
+    QT_TRANSLATE_NOOP("Host::Window", "Section"),
+    QT_TRANSLATE_NOOP("Host::Window", "Synopsis"),
+    QT_TRANSLATE_NOOP("Host::Window", "Transition"),
+    QT_TRANSLATE_NOOP("Host::Window", "General"),
+};
+static_assert(std::size(kindNames) == QFnElement::General + 1, "a name for every type");
+
+QSettings settings()
+{
+    return QSettings(QSettings::IniFormat, QSettings::UserScope, QLatin1String(program),
+                     QLatin1String(program));
+}
+
+QByteArray bytesOf(const QString &path)
+{
+    QFile file(path);
+    return file.exists() && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+int wordsIn(const QString &text)
+{
+    int words = 0;
+    bool inWord = false;
+    for (const QChar c : text) {
+        words += !inWord && !c.isSpace() ? 1 : 0;
+        inWord = !c.isSpace();
+    }
+    return words;
+}
+
+/// The keys of \a uses, most used first.
+QStringList byUse(const QHash<QString, int> &uses)
+{
+    QStringList names = uses.keys();
+    std::sort(names.begin(), names.end(), [&uses](const QString &a, const QString &b) {
+        return uses[a] != uses[b] ? uses[a] > uses[b] : a < b;
+    });
+    return names;
+}
 
 } // namespace
 
 Host::Window::Window()
-    : m_page(new ScriptPage)
-    , m_kinds(new QComboBox)
+    : m_editor(new ScriptEditor)
+    , m_pages(new PagesView)
+    , m_findBar(new FindBar(m_editor))
     , m_sceneView(new QListView)
+    , m_place(new QLabel)
+    , m_highlighter(new Highlighter(m_editor->document()))
 {
-    setCentralWidget(m_page);
+    auto *left = new QWidget;
+    auto *column = new QVBoxLayout(left);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_editor);
+    column->addWidget(m_findBar);
+    auto *beside = new QSplitter;
+    beside->addWidget(left);
+    beside->addWidget(m_pages);
+    beside->setSizes({520, 700});
+    setCentralWidget(beside);
     setAcceptDrops(true);
-    setPath(QString());
-    addMenus();
-    addBox();
-    addScenes();
-    connect(m_page->document(), &QTextDocument::modificationChanged, this,
-            &Window::setWindowModified);
-    connect(m_page, &QTextEdit::cursorPositionChanged, this, &Window::showPlace);
-    connect(m_page, &QTextEdit::textChanged, this, &Window::showPlace);
-    resize(1040, 800);
-    m_page->setFocus();
+    statusBar()->addPermanentWidget(m_place);
+    resize(1440, 860);
+    addFileMenu();
+    addEditMenu();
+    addViewMenu();
+
+    m_reader.setMaxThreadCount(1);
+    m_pause.setSingleShot(true);
+    m_copyTimer.setSingleShot(true);
+    connect(&m_pause, &QTimer::timeout, this, &Window::read);
+    connect(&m_copyTimer, &QTimer::timeout, this,
+            [this] { m_recovery.put(m_path, m_editor->text()); });
+    connect(m_editor->document(), &QTextDocument::contentsChange, this, [this] {
+        if (m_revision == m_editor->document()->revision())
+            return; // The text is the same, only its look is another.
+        m_revision = m_editor->document()->revision();
+        m_pause.start(pause);
+        if (!m_copyTimer.isActive())
+            m_copyTimer.start(copyDelay);
+    });
+    connect(m_editor->document(), &QTextDocument::modificationChanged, this, [this](bool modified) {
+        setWindowModified(modified);
+        if (!modified) {
+            m_copyTimer.stop();
+            m_recovery.remove();
+        }
+    });
+    connect(m_editor, &QPlainTextEdit::cursorPositionChanged, this, &Window::showPlace);
+    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, &Window::checkDisk);
+    const QSettings kept = settings();
+    restoreGeometry(kept.value(QStringLiteral("geometry")).toByteArray());
+    restoreState(kept.value(QStringLiteral("state")).toByteArray());
+    zoom(kept.value(QStringLiteral("zoom")).toInt());
+    m_highlighter->setDark(palette().color(QPalette::Base).lightness() < 128);
+    setText(QString(), QString(), false);
+    m_editor->setFocus();
 }
 
-void Host::Window::addMenus()
+QAction *Host::Window::add(QMenu *menu, const QString &text, const QString &keys,
+                           const std::function<void()> &command)
 {
-    QMenu *file = menuBar()->addMenu(tr("&File"));
-    file->addAction(tr("&Open..."), this, &Window::askAndOpen)->setShortcut(QKeySequence::Open);
-    file->addAction(tr("&Save"), this, [this] { saveTo(m_path); })->setShortcut(QKeySequence::Save);
-    file->addAction(tr("Save &As..."), this, [this] { saveTo(QString()); })
-        ->setShortcut(QKeySequence::SaveAs);
-    file->addAction(tr("Export as &PDF..."), this, &Window::exportPdf)
-        ->setShortcut(QKeySequence::Print);
-    file->addAction(tr("&Quit"), this, &Window::close)->setShortcut(QKeySequence::Quit);
+    QAction *action = menu->addAction(text);
+    action->setShortcut(QKeySequence(keys));
+    connect(action, &QAction::triggered, this, command);
+    return action;
+}
 
-    QMenu *edit = menuBar()->addMenu(tr("&Edit"));
-    QAction *undo = edit->addAction(tr("&Undo"), m_page, &QTextEdit::undo);
-    undo->setShortcut(QKeySequence::Undo);
-    QAction *redo = edit->addAction(tr("&Redo"), m_page, &QTextEdit::redo);
-    redo->setShortcut(QKeySequence::Redo);
+// The keys are customary ones: not all platforms have a standard key for each.
+void Host::Window::addFileMenu()
+{
+    QMenu *menu = menuBar()->addMenu(tr("&File"));
+    add(menu, tr("&New"), QStringLiteral("Ctrl+N"), [] {
+        auto *other = new Window;
+        other->setAttribute(Qt::WA_DeleteOnClose);
+        other->show();
+    });
+    add(menu, tr("&Open..."), QStringLiteral("Ctrl+O"), [this] {
+        openAfterQuestion(QFileDialog::getOpenFileName(
+            this, tr("Open"), m_path,
+            tr("Scripts (*.fountain *.txt *.html)") + QLatin1String(";;") + tr("All files (*)")));
+    });
+    QMenu *recent = menu->addMenu(tr("Open &Recent"));
+    connect(recent, &QMenu::aboutToShow, this, [this, recent] { listRecent(recent); });
+    add(menu, tr("&Save"), QStringLiteral("Ctrl+S"), [this] { saveTo(m_path); });
+    add(menu, tr("Save &As..."), QStringLiteral("Ctrl+Shift+S"), [this] { saveTo(QString()); });
+    add(menu, tr("&Export..."), QStringLiteral("Ctrl+E"), [this] { exportAs(); });
+    add(menu, tr("&Quit"), QStringLiteral("Ctrl+Q"), [this] { close(); });
+}
+
+void Host::Window::addEditMenu()
+{
+    QMenu *menu = menuBar()->addMenu(tr("&Edit"));
+    QAction *undo = add(menu, tr("&Undo"), QStringLiteral("Ctrl+Z"), [this] { m_editor->undo(); });
+    QAction *redo =
+        add(menu, tr("&Redo"), QStringLiteral("Ctrl+Shift+Z"), [this] { m_editor->redo(); });
     undo->setEnabled(false);
     redo->setEnabled(false);
-    connect(m_page, &QTextEdit::undoAvailable, undo, &QAction::setEnabled);
-    connect(m_page, &QTextEdit::redoAvailable, redo, &QAction::setEnabled);
+    connect(m_editor, &QPlainTextEdit::undoAvailable, undo, &QAction::setEnabled);
+    connect(m_editor, &QPlainTextEdit::redoAvailable, redo, &QAction::setEnabled);
+    menu->addSeparator();
+    add(menu, tr("Cu&t"), QStringLiteral("Ctrl+X"), [this] { m_editor->cut(); });
+    add(menu, tr("&Copy"), QStringLiteral("Ctrl+C"),
+        [this] { m_pages->hasFocus() ? m_pages->copy() : m_editor->copy(); });
+    add(menu, tr("&Paste"), QStringLiteral("Ctrl+V"), [this] { m_editor->paste(); });
+    menu->addSeparator();
+    const auto find = [this] { m_findBar->open(); };
+    add(menu, tr("&Find and Replace..."), QStringLiteral("Ctrl+F"), find)
+        ->setShortcuts(
+            {QKeySequence(QStringLiteral("Ctrl+F")), QKeySequence(QStringLiteral("Ctrl+H"))});
+    add(menu, tr("Find Ne&xt"), QStringLiteral("F3"), [this] { m_findBar->find(); });
+    add(menu, tr("Find Pre&vious"), QStringLiteral("Shift+F3"),
+        [this] { m_findBar->find(QTextDocument::FindBackward); });
+    menu->addSeparator();
+    const auto emphasis = [this](const char *mark) {
+        return [this, mark] { m_editor->toggleEmphasis(QLatin1String(mark)); };
+    };
+    add(menu, tr("&Bold"), QStringLiteral("Ctrl+B"), emphasis("**"));
+    add(menu, tr("&Italic"), QStringLiteral("Ctrl+I"), emphasis("*"));
+    add(menu, tr("U&nderline"), QStringLiteral("Ctrl+U"), emphasis("_"));
+    add(menu, tr("N&ote"), QStringLiteral("Ctrl+Shift+N"),
+        [this] { m_editor->toggleAround(QStringLiteral("[["), QStringLiteral("]]")); });
+    add(menu, tr("Co&mment"), QStringLiteral("Ctrl+/"),
+        [this] { m_editor->toggleAround(QStringLiteral("/*"), QStringLiteral("*/")); });
 }
 
-void Host::Window::addBox()
-{
-    m_kinds->addItems(ScriptPage::kindNames());
-    m_kinds->setMaxVisibleItems(m_kinds->count());
-    connect(m_kinds, QOverload<int>::of(&QComboBox::activated), this, [this](int index) {
-        m_page->setKind(index);
-        showPlace();
-        m_page->setFocus();
-    });
-    addToolBar(tr("Paragraph"))->addWidget(m_kinds);
-    showPlace();
-}
-
-void Host::Window::addScenes()
+void Host::Window::addViewMenu()
 {
     m_sceneView->setModel(&m_scenes);
     m_sceneView->setWordWrap(true);
     m_sceneView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_sceneView->setEditTriggers(QListView::NoEditTriggers);
-    connect(m_sceneView, &QListView::clicked, this, &Window::goToScene);
-    connect(m_sceneView, &QListView::activated, this, &Window::goToScene);
+    const auto goToScene = [this](const QModelIndex &scene) {
+        m_editor->goToLine(m_reading.script.at(m_headings.at(scene.row())).line);
+        m_editor->setFocus();
+    };
+    connect(m_sceneView, &QListView::clicked, this, goToScene);
+    connect(m_sceneView, &QListView::activated, this, goToScene);
     auto *dock = new QDockWidget(tr("Scenes"));
-    dock->setFeatures(QDockWidget::DockWidgetMovable); // There is no way to get a closed one back.
+    dock->setObjectName(QStringLiteral("scenes")); // for saveState()
     dock->setWidget(m_sceneView);
     addDockWidget(Qt::LeftDockWidgetArea, dock);
-    resizeDocks({dock}, {280}, Qt::Horizontal);
-    m_sceneTimer.setSingleShot(true);
-    m_sceneTimer.setInterval(200);
-    connect(&m_sceneTimer, &QTimer::timeout, this, &Window::listScenes);
-    connect(m_page, &QTextEdit::textChanged, &m_sceneTimer, QOverload<>::of(&QTimer::start));
+    resizeDocks({dock}, {220}, Qt::Horizontal);
+
+    QMenu *menu = menuBar()->addMenu(tr("&View"));
+    QAction *pages = menu->addAction(tr("&Pages"));
+    pages->setCheckable(true);
+    pages->setChecked(true);
+    pages->setShortcut(QKeySequence(Qt::Key_F8));
+    connect(pages, &QAction::toggled, m_pages, &QWidget::setVisible);
+    dock->toggleViewAction()->setShortcut(QKeySequence(Qt::Key_F9));
+    menu->addAction(dock->toggleViewAction());
+    add(menu, tr("&Larger"), QStringLiteral("Ctrl++"), [this] { zoom(1); });
+    add(menu, tr("&Smaller"), QStringLiteral("Ctrl+-"), [this] { zoom(-1); });
 }
 
 bool Host::Window::open(const QString &path, QString *error)
 {
+    const bool isNameless = !QFileInfo::exists(path) && QFileInfo(path).suffix().isEmpty();
+    const QFileInfo info(isNameless ? path + QLatin1String(".fountain") : path);
+    const bool isRichText = info.suffix().compare(QLatin1String("html"), Qt::CaseInsensitive) == 0;
     QString text;
-    if (!readText(path, &text, error))
+    TextForm form;
+    if (info.exists() && !readText(path, &text, error, &form))
         return false;
-    m_page->setScript(text);
-    setPath(path);
-    listScenes();
+    if (isRichText) {
+        text = fountainFrom(text);
+        if (text.isNull())
+            return fail(path, tr("has no paragraphs of a script"), error);
+        form = TextForm();
+    }
+    m_form = form;
+    setText(text, isRichText ? QString() : info.filePath(), isRichText);
     return true;
 }
 
 bool Host::Window::save(const QString &path, QString *error)
 {
-    if (!saveBytes(path, exportScript(*m_page->document()).toUtf8(), error))
+    const QByteArray bytes = toBytes(m_editor->text(), m_form);
+    if (!saveBytes(path, bytes, error)) {
+        m_editor->document()->setModified(true);
         return false;
-    m_page->document()->setModified(false);
+    }
+    m_editor->document()->setModified(false);
     setPath(path);
     return true;
+}
+
+void Host::Window::setText(const QString &text, const QString &path, bool modified)
+{
+    m_editor->setPlainText(text);
+    setPath(path);
+    // Characters that end a line in Qt's text come back as line ends: that is a change.
+    const bool changed = modified || m_editor->text() != text;
+    m_editor->document()->setModified(true); // An empty text keeps an older state otherwise.
+    m_editor->document()->setModified(changed);
+    if (changed)
+        m_recovery.put(m_path, text);
+    read();
+}
+
+void Host::Window::setPath(const QString &path)
+{
+    if (!m_watcher.files().isEmpty())
+        m_watcher.removePaths(m_watcher.files());
+    const QFileInfo info(path);
+    m_path = path.isEmpty() ? QString() : info.absoluteFilePath();
+    m_onDisk = bytesOf(m_path);
+    setWindowTitle((path.isEmpty() ? tr("Untitled") : info.fileName())
+                   + QLatin1String("[*] - zemscript"));
+    if (!info.exists() || path.isEmpty())
+        return;
+    m_watcher.addPath(m_path);
+    QSettings kept = settings();
+    QStringList recent = kept.value(QStringLiteral("recent")).toStringList();
+    recent.removeAll(m_path);
+    recent.prepend(m_path);
+    kept.setValue(QStringLiteral("recent"), QStringList(recent.mid(0, recentCount)));
+}
+
+void Host::Window::listRecent(QMenu *menu)
+{
+    menu->clear();
+    const QStringList recent = settings().value(QStringLiteral("recent")).toStringList();
+    for (const QString &path : recent)
+        add(menu, path, QString(), [this, path] { openAfterQuestion(path); });
+}
+
+bool Host::Window::warnUnless(bool done, const QString &error)
+{
+    if (!done)
+        QMessageBox::warning(this, QLatin1String(program), error);
+    return done;
+}
+
+bool Host::Window::mayLoseChanges()
+{
+    if (!isWindowModified())
+        return true;
+    const auto answer = QMessageBox::question(
+        this, QLatin1String(program), tr("Save the changes to this script?"),
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
+    return answer == QMessageBox::Save ? saveTo(m_path) : answer == QMessageBox::Discard;
+}
+
+void Host::Window::openAfterQuestion(const QString &path)
+{
+    QString error;
+    if (!path.isEmpty() && mayLoseChanges())
+        warnUnless(open(path, &error), error);
+}
+
+/// A path to write to, with one of \a endings where the name has none. Empty if there is none.
+QString Host::Window::askForPath(const QString &title, const QStringList &endings)
+{
+    QFileDialog dialog(this, title, QFileInfo(m_path).path());
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    QStringList filters;
+    for (const QString &ending : endings)
+        filters.append(QLatin1String("*.") + ending);
+    dialog.setNameFilters(filters);
+    dialog.setDefaultSuffix(endings.first());
+    dialog.selectFile(QFileInfo(m_path).completeBaseName());
+    connect(&dialog, &QFileDialog::filterSelected, &dialog,
+            [&dialog](const QString &filter) { dialog.setDefaultSuffix(filter.mid(2)); });
+    return dialog.exec() ? dialog.selectedFiles().value(0) : QString();
+}
+
+bool Host::Window::saveTo(QString path)
+{
+    if (path.isEmpty()) {
+        path = askForPath(tr("Save As"), {QStringLiteral("fountain")});
+    } else if (bytesOf(path) != m_onDisk
+               && QMessageBox::question(this, QLatin1String(program),
+                                        tr("%1 was changed by another program. Save over it?")
+                                            .arg(QFileInfo(path).fileName()),
+                                        QMessageBox::Save | QMessageBox::Cancel)
+                      != QMessageBox::Save) {
+        return false;
+    }
+    QString error;
+    return !path.isEmpty() && warnUnless(save(path, &error), error);
+}
+
+void Host::Window::exportAs()
+{
+    const QString path = askForPath(tr("Export"), formatNames().split(QStringLiteral(", ")));
+    if (path.isEmpty())
+        return;
+    QString error = tr("%1: unknown ending").arg(path);
+    const Format *format = formatOf(QFileInfo(path).suffix());
+    QByteArray bytes;
+    if (format) {
+        const QString name = QFileInfo(m_path).completeBaseName();
+        bytes = format->make({m_editor->text(), name, false, customaryPaper()}, &error);
+    }
+    warnUnless(!bytes.isEmpty() && saveBytes(path, bytes, &error), error);
+}
+
+/// Takes over what another program has written, unless there are changes here: then saving asks.
+void Host::Window::checkDisk()
+{
+    if (bytesOf(m_path) == m_onDisk)
+        return;
+    if (!isWindowModified() && QFileInfo::exists(m_path)) {
+        const int position = m_editor->textCursor().position();
+        QString error;
+        if (!warnUnless(open(m_path, &error), error))
+            return;
+        QTextCursor cursor = m_editor->textCursor();
+        cursor.setPosition(std::min(position, m_editor->document()->characterCount() - 1));
+        m_editor->setTextCursor(cursor);
+    }
+    if (!m_watcher.files().contains(m_path) && QFileInfo::exists(m_path))
+        m_watcher.addPath(m_path); // A file that is replaced is watched no more.
+    statusBar()->showMessage(tr("The file was changed by another program."), 10000);
+}
+
+void Host::Window::offerLeftBehind()
+{
+    const QStringList files = Recovery::leftBehind();
+    for (const QString &file : files) {
+        Recovery::Copy copy;
+        if (!Recovery::read(file, &copy))
+            continue;
+        const QString name = copy.path.isEmpty() ? tr("Untitled") : QFileInfo(copy.path).fileName();
+        const auto answer = QMessageBox::question(
+            this, QLatin1String(program),
+            tr("%1 was not saved when its window came to an end. Open the copy of %2?")
+                .arg(name, QLocale().toString(copy.time, QLocale::ShortFormat)),
+            QMessageBox::Open | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Open);
+        if (answer == QMessageBox::Cancel)
+            continue;
+        if (answer == QMessageBox::Open) {
+            const bool here = !isWindowModified() && (m_path.isEmpty() || m_path == copy.path);
+            Window *window = here ? this : new Window;
+            window->setAttribute(Qt::WA_DeleteOnClose, !here);
+            QString ignored, error;
+            if (QFileInfo::exists(copy.path))
+                readText(copy.path, &ignored, &error, &window->m_form);
+            window->setText(copy.text, copy.path, true);
+            window->show();
+        }
+        QFile::remove(file);
+    }
+}
+
+/// Reads the script in the thread. What was read is shown unless the text is another by then.
+void Host::Window::read()
+{
+    const int revision = m_editor->document()->revision();
+    m_reader.start([this, text = m_editor->text(), revision] {
+        const Reading reading = readingOf(text);
+        const auto take = [this, reading, revision] {
+            if (revision == m_editor->document()->revision())
+                showReading(reading);
+        };
+        QMetaObject::invokeMethod(this, take, Qt::QueuedConnection);
+    });
+}
+
+Host::Window::Reading Host::Window::readingOf(const QString &text)
+{
+    Reading reading;
+    reading.script = Host::read(text);
+    reading.words = wordsIn(text);
+    reading.pages.fill(-1, reading.script.size());
+    for (const Page &page : layOut(reading.script)) {
+        for (const PageLine &line : page.lines) {
+            if (line.paragraph >= 0 && reading.pages.at(line.paragraph) < 0)
+                reading.pages[line.paragraph] = page.number;
+        }
+        reading.pageCount = page.number;
+    }
+    QHash<QString, int> characters, places;
+    int page = 0;
+    for (int i = 0; i < reading.script.size(); ++i) {
+        const Paragraph &paragraph = reading.script.at(i);
+        if (paragraph.type == QFnElement::Character)
+            ++characters[paragraph.text().section(QLatin1Char('('), 0, 0).trimmed()];
+        else if (paragraph.type == QFnElement::SceneHeading)
+            ++places[paragraph.text().section(QLatin1String(" - "), 0, 0).toUpper()];
+        // What is not printed is on the page of what stands above.
+        page = reading.pages.at(i) < 0 ? page : reading.pages.at(i);
+        reading.pages[i] = page;
+    }
+    reading.characters = byUse(characters);
+    reading.places = byUse(places);
+    return reading;
+}
+
+void Host::Window::showReading(const Reading &reading)
+{
+    m_reading = reading;
+    m_highlighter->setScript(reading.script);
+    m_editor->setOffers(reading.characters, reading.places);
+    QStringList titles;
+    m_headings.clear();
+    for (int i = 0; i < reading.script.size(); ++i) {
+        const Paragraph &paragraph = reading.script.at(i);
+        if (paragraph.type != QFnElement::SceneHeading)
+            continue;
+        const QString number = paragraph.sceneNumber.isEmpty()
+                                   ? QString()
+                                   : paragraph.sceneNumber + QLatin1String("  ");
+        m_headings.append(i);
+        titles.append(number + paragraph.text().toUpper());
+    }
+    // A list that is set anew loses its place.
+    if (titles != m_scenes.stringList())
+        m_scenes.setStringList(titles);
+    // By itself: keys that were pressed meanwhile go first.
+    QTimer::singleShot(0, this, [this] {
+        m_pages->setScript(m_reading.script);
+        m_paragraph = -1;
+        showPlace();
+    });
+}
+
+/// Shows in the pages, the scenes and the status bar where the cursor is.
+void Host::Window::showPlace()
+{
+    const QVector<Paragraph> &script = m_reading.script;
+    const int line = m_editor->textCursor().blockNumber();
+    const auto next = std::upper_bound(script.cbegin(), script.cend(), line,
+                                       [](int l, const Paragraph &p) { return l < p.line; });
+    const int index = int(next - script.cbegin()) - 1;
+    if (index < 0 || index == m_paragraph)
+        return;
+    m_paragraph = index;
+    m_pages->showParagraph(index);
+    const auto scene = std::upper_bound(m_headings.cbegin(), m_headings.cend(), index);
+    m_sceneView->setCurrentIndex(m_scenes.index(int(scene - m_headings.cbegin()) - 1));
+    const Paragraph &paragraph = script.at(index);
+    const int page = m_reading.pages.at(index);
+    const QString kind = paragraph.titlePage ? tr("Title page") : tr(kindNames[paragraph.type]);
+    const QStringList parts = {
+        kind, page == 0 ? tr("Title page") : tr("Page %1 of %2").arg(page).arg(m_reading.pageCount),
+        tr("%L1 words").arg(m_reading.words)};
+    m_place->setText(parts.join(QStringLiteral("  ·  ")));
+}
+
+void Host::Window::zoom(int points)
+{
+    m_zoom += points;
+    m_editor->zoomIn(points);
+}
+
+void Host::Window::changeEvent(QEvent *event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        m_highlighter->setDark(palette().color(QPalette::Base).lightness() < 128);
 }
 
 void Host::Window::closeEvent(QCloseEvent *event)
 {
     event->setAccepted(mayLoseChanges());
+    if (!event->isAccepted())
+        return;
+    m_copyTimer.stop();
+    m_recovery.remove();
+    QSettings kept = settings();
+    kept.setValue(QStringLiteral("geometry"), saveGeometry());
+    kept.setValue(QStringLiteral("state"), saveState());
+    kept.setValue(QStringLiteral("zoom"), m_zoom);
+}
+
+void Host::Window::showEvent(QShowEvent *event)
+{
+    QMainWindow::showEvent(event);
+    if (!event->spontaneous())
+        QTimer::singleShot(0, this, &Window::offerLeftBehind);
 }
 
 void Host::Window::dragEnterEvent(QDragEnterEvent *event)
@@ -143,97 +578,4 @@ void Host::Window::dropEvent(QDropEvent *event)
     // Later: a question would hold up the program that the file comes from.
     const QString path = event->mimeData()->urls().first().toLocalFile();
     QTimer::singleShot(0, this, [this, path] { openAfterQuestion(path); });
-}
-
-void Host::Window::setPath(const QString &path)
-{
-    const QFileInfo info(path);
-    m_path = path.isEmpty() ? QString() : info.absoluteFilePath();
-    const QString name = path.isEmpty() ? tr("Untitled") : info.fileName();
-    setWindowTitle(name + QLatin1String("[*] - zemscript"));
-}
-
-bool Host::Window::warnUnless(bool done, const QString &error)
-{
-    if (!done)
-        QMessageBox::warning(this, QStringLiteral("zemscript"), error);
-    return done;
-}
-
-bool Host::Window::mayLoseChanges()
-{
-    if (!isWindowModified())
-        return true;
-    const auto answer = QMessageBox::question(
-        this, QStringLiteral("zemscript"), tr("Save the changes to this script?"),
-        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
-    return answer == QMessageBox::Save ? saveTo(m_path) : answer == QMessageBox::Discard;
-}
-
-void Host::Window::askAndOpen()
-{
-    openAfterQuestion(QFileDialog::getOpenFileName(this, tr("Open"), m_path, tr(scripts)));
-}
-
-void Host::Window::openAfterQuestion(const QString &path)
-{
-    QString error;
-    if (!path.isEmpty() && mayLoseChanges())
-        warnUnless(open(path, &error), error);
-}
-
-bool Host::Window::saveTo(QString path)
-{
-    if (path.isEmpty())
-        path = QFileDialog::getSaveFileName(this, tr("Save As"), m_path, tr(scripts));
-    QString error;
-    return !path.isEmpty() && warnUnless(save(path, &error), error);
-}
-
-void Host::Window::exportPdf()
-{
-    const QString path =
-        QFileDialog::getSaveFileName(this, tr("Export as PDF"), QString(), tr("PDF (*.pdf)"));
-    QString error;
-    if (path.isEmpty())
-        return;
-    const auto script = read(exportScript(*m_page->document()));
-    const QByteArray pdf = toPdf(layOut(script), titleOf(script), customaryPaper(), &error);
-    warnUnless(!pdf.isEmpty() && saveBytes(path, pdf, &error), error);
-}
-
-/// Shows the kind and the scene of the paragraph under the cursor.
-void Host::Window::showPlace()
-{
-    const QTextBlock block = m_page->textCursor().block();
-    m_kinds->setCurrentIndex(m_page->kind());
-    const auto next = std::upper_bound(m_headings.cbegin(), m_headings.cend(), block.blockNumber());
-    m_sceneView->setCurrentIndex(m_scenes.index(int(next - m_headings.cbegin()) - 1));
-}
-
-void Host::Window::listScenes()
-{
-    QStringList titles;
-    m_headings.clear();
-    for (QTextBlock block = m_page->document()->begin(); block.isValid(); block = block.next()) {
-        if (block.length() > 1 && typeOf(block) == QFnElement::SceneHeading) {
-            m_headings.append(block.blockNumber());
-            titles.append(block.text().toUpper());
-        }
-    }
-    // A list that is set anew loses its place.
-    if (titles != m_scenes.stringList())
-        m_scenes.setStringList(titles);
-    showPlace();
-}
-
-void Host::Window::goToScene(const QModelIndex &scene)
-{
-    const QTextBlock block = m_page->document()->findBlockByNumber(m_headings.at(scene.row()));
-    if (!block.isValid()) // deleted since the scenes were listed
-        return;
-    m_page->setTextCursor(QTextCursor(block));
-    const QRectF place = m_page->document()->documentLayout()->blockBoundingRect(block);
-    m_page->verticalScrollBar()->setValue(int(place.top()));
-    m_page->setFocus();
 }

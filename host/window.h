@@ -4,20 +4,32 @@
 #ifndef HOST_WINDOW_H
 #define HOST_WINDOW_H
 
+#include "host/files.h"
+#include "host/reading.h"
+#include "host/recovery.h"
+
+#include <QtCore/QFileSystemWatcher>
 #include <QtCore/QStringListModel>
 #include <QtCore/QTimer>
-#include <QtCore/QVector>
 #include <QtWidgets/QMainWindow>
 
-class QComboBox;
+#include <functional>
+
+class QLabel;
 class QListView;
 
 namespace Host {
 
-class ScriptPage;
+class FindBar;
+class Highlighter;
+class PagesView;
+class ScriptEditor;
 
-/// The editing window: one script on its page, the kind of the paragraph under the cursor, and the
-/// scenes at the side.
+/// The editing window: the text of one script, with its pages beside it and its scenes at the side.
+///
+/// What is shown beside the text comes from a reading of the script in a thread of its own, which
+/// begins when typing pauses. Unsaved text is put aside meanwhile; the first time that a window is
+/// shown it offers what earlier ones left behind.
 class Window : public QMainWindow
 {
     Q_OBJECT
@@ -26,41 +38,76 @@ public:
     /// A window with an empty script.
     Window();
 
-    /// Puts the script at \a path in the place of the one in the window, without a question. One
-    /// step of undo. On failure the window is as it was and one line is in \a error.
+    /// Puts the script at \a path in the place of the one in the window, without a question. A path
+    /// where there is no file gives an empty script of that name; rich text (.html) comes in as
+    /// Fountain without a name. On failure the window is as it was and one line is in \a error.
     bool open(const QString &path, QString *error);
 
-    /// Writes the script to \a path, where it belongs from then on. On failure the older file is as
-    /// it was, the script counts as unsaved and one line is in \a error.
+    /// Writes the script to \a path, where it belongs from then on, in the form that its file had.
+    /// On failure the older file is as it was, the script counts as unsaved and one line is in
+    /// \a error.
     bool save(const QString &path, QString *error);
 
 protected:
+    void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
-    void addMenus();
-    void addBox();
-    void addScenes();
+    /// What is told about a script as it was read.
+    struct Reading
+    {
+        QVector<Paragraph> script;
+        QVector<int> pages; ///< for each paragraph the number of its page, 0 for a title page
+        int pageCount = 0;
+        int words = 0;
+        QStringList characters, places; ///< most used first
+    };
+    static Reading readingOf(const QString &text);
+
+    QAction *add(QMenu *menu, const QString &text, const QString &keys,
+                 const std::function<void()> &command);
+    void addFileMenu();
+    void addEditMenu();
+    void addViewMenu();
+    void setText(const QString &text, const QString &path, bool modified);
     void setPath(const QString &path);
+    void listRecent(QMenu *menu);
     bool warnUnless(bool done, const QString &error);
+    QString askForPath(const QString &title, const QStringList &endings);
     bool mayLoseChanges();
-    void askAndOpen();
     void openAfterQuestion(const QString &path);
     bool saveTo(QString path); // asks for a path if it is empty
-    void exportPdf();
+    void exportAs();
+    void checkDisk();
+    void offerLeftBehind();
+    void read();
+    void showReading(const Reading &reading);
     void showPlace();
-    void listScenes();
-    void goToScene(const QModelIndex &scene);
+    void zoom(int points);
 
-    ScriptPage *m_page;
-    QComboBox *m_kinds;
+    ScriptEditor *m_editor;
+    PagesView *m_pages;
+    FindBar *m_findBar;
     QListView *m_sceneView;
+    QLabel *m_place;
+    Highlighter *m_highlighter;
     QStringListModel m_scenes;
-    QVector<int> m_headings; ///< The number of the block of each scene.
-    QTimer m_sceneTimer;     ///< Runs from a change until the scenes are listed again.
-    QString m_path;          ///< Empty for a script that was never saved.
+    QVector<int> m_headings; ///< The index of the paragraph of each scene.
+    Reading m_reading;
+    int m_revision = -1;  ///< Of the text when it last changed.
+    int m_zoom = 0;       ///< Points that the text is larger than by custom.
+    int m_paragraph = -1; ///< The index of the one under the cursor.
+    QString m_path;       ///< Empty for a script that was never saved.
+    TextForm m_form;
+    QByteArray m_onDisk; ///< The bytes of the file when it was last read or written.
+    QFileSystemWatcher m_watcher;
+    QTimer m_pause;     ///< Runs from a change until the script is read again.
+    QTimer m_copyTimer; ///< Runs from a change until a copy is put aside.
+    Recovery m_recovery;
+    QThreadPool m_reader; ///< The last member: it waits for its thread before any other goes.
 };
 
 } // namespace Host

@@ -1,0 +1,174 @@
+// SPDX-FileCopyrightText: 2026 The ZemFountain authors
+// SPDX-License-Identifier: MIT
+
+#include "host/highlighter.h"
+
+#include <QtGui/QTextDocument>
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+/// How a kind of paragraph is set off.
+struct Ink
+{
+    QRgb light, dark; ///< the colour on a light and on a dark ground, 0 for that of the text
+    bool bold, italic;
+};
+
+constexpr Ink inks[] = {
+    {0, 0, false, false},                   // Undefined
+    {0, 0, false, false},                   // Action
+    {0xff8a8a8a, 0xff858585, false, true},  // Boneyard
+    {0xff9a3f0c, 0xfff0a56b, true, false},  // Character
+    {0xff8a6a00, 0xffe0c060, false, true},  // Notes
+    {0, 0, false, false},                   // Dialogue
+    {0xff8a8a8a, 0xff858585, false, false}, // PageBreak
+    {0xff6f6257, 0xffc4b5a5, false, true},  // Parenthetical
+    {0xff1d4f91, 0xff8fbcf5, true, false},  // SceneHeading
+    {0xff2a6e3a, 0xff8fd09a, true, false},  // SectionHeading
+    {0xff2a6e3a, 0xff8fd09a, false, true},  // Synopsis
+    {0xff7b2d73, 0xffdc9ad4, true, false},  // Transition
+    {0, 0, false, false},                   // General
+    {0xff0f6d73, 0xff7fced3, false, false}, // the title page
+};
+constexpr int titlePageInk = QFnElement::General + 1;
+static_assert(std::size(inks) == titlePageInk + 1, "an ink for every type and the title page");
+constexpr QRgb markInk[] = {0xffa0a0a0, 0xff787878};
+
+// A look is a row of the table and these.
+enum Look { InkBits = 0xff, Bold = 0x100, Italic = 0x200, Underline = 0x400, Mark = 0x800 };
+
+struct Range
+{
+    int start, length; ///< in the line
+    int look;
+    bool operator==(const Range &other) const
+    {
+        return start == other.start && length == other.length && look == other.look;
+    }
+};
+using Ranges = QVector<Range>;
+
+/// What a line looks like: later ranges are drawn over earlier ones.
+class LineLook : public QTextBlockUserData
+{
+public:
+    LineLook(const QString &text, const Ranges &ranges)
+        : m_text(text)
+        , m_ranges(ranges)
+    {}
+
+    const Ranges &ranges() const { return m_ranges; }
+
+    /// Makes the ranges fit the line after a change at one place.
+    void follow(const QString &text)
+    {
+        const int shorter = int(std::min(text.size(), m_text.size()));
+        const auto end = m_text.cbegin() + shorter;
+        const int front =
+            int(std::mismatch(m_text.cbegin(), end, text.cbegin()).first - m_text.cbegin());
+        const int grown = int(text.size() - m_text.size());
+        for (Range &range : m_ranges) {
+            if (range.start > front)
+                range.start = std::max(front, range.start + grown);
+            else if (range.start + range.length >= front)
+                range.length = std::max(front - range.start, range.length + grown);
+        }
+        m_text = text;
+    }
+
+private:
+    QString m_text;
+    Ranges m_ranges;
+};
+
+LineLook *lookOf(const QTextBlock &block)
+{
+    return static_cast<LineLook *>(block.userData());
+}
+
+int lookOf(const Host::Stretch &stretch, int ink)
+{
+    if (stretch.kind != Host::Stretch::Text)
+        return stretch.kind == Host::Stretch::Note ? QFnElement::Notes : QFnElement::Boneyard;
+    return ink | (stretch.bold ? Bold : 0) | (stretch.italic ? Italic : 0)
+           | (stretch.underline ? Underline : 0);
+}
+
+/// The look of each line of \a document in \a script. What belongs to no stretch is a mark.
+QVector<Ranges> looksOf(const QVector<Host::Paragraph> &script, const QTextDocument &document)
+{
+    QVector<Ranges> looks(document.blockCount());
+    for (const Host::Paragraph &paragraph : script) {
+        const int ink = paragraph.titlePage ? titlePageInk : paragraph.type;
+        QTextBlock block = document.findBlockByNumber(paragraph.line);
+        for (int i = 0; i < paragraph.lineCount && block.isValid(); ++i, block = block.next())
+            looks[block.blockNumber()] = {{0, block.length() - 1, ink | Mark}};
+        for (const Host::Stretch &stretch : paragraph.stretches) {
+            const int end = stretch.start + int(stretch.text.size());
+            for (int at = stretch.start; at >= 0 && at < end;) {
+                block = document.findBlock(at);
+                if (!block.isValid())
+                    break;
+                const int next = std::min(end, block.position() + block.length());
+                looks[block.blockNumber()].append(
+                    {at - block.position(), next - at, lookOf(stretch, ink)});
+                at = next;
+            }
+        }
+    }
+    return looks;
+}
+
+} // namespace
+
+Host::Highlighter::Highlighter(QTextDocument *document)
+    : QSyntaxHighlighter(document)
+{}
+
+void Host::Highlighter::setScript(const QVector<Paragraph> &script)
+{
+    const QVector<Ranges> looks = looksOf(script, *document());
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        const Ranges &ranges = looks.at(block.blockNumber());
+        const LineLook *old = lookOf(block);
+        if (old ? old->ranges() == ranges : ranges.isEmpty())
+            continue;
+        block.setUserData(new LineLook(block.text(), ranges)); // The block owns it.
+        rehighlightBlock(block);
+    }
+}
+
+void Host::Highlighter::setDark(bool dark)
+{
+    if (dark != m_dark) {
+        m_dark = dark;
+        rehighlight();
+    }
+}
+
+void Host::Highlighter::highlightBlock(const QString &text)
+{
+    LineLook *look = lookOf(currentBlock());
+    if (!look)
+        return;
+    look->follow(text);
+    for (const Range &range : look->ranges())
+        setFormat(range.start, range.length, format(range.look));
+}
+
+QTextCharFormat Host::Highlighter::format(int look) const
+{
+    const Ink &ink = inks[look & InkBits];
+    QTextCharFormat format;
+    const QRgb colour = look & Mark ? markInk[m_dark] : m_dark ? ink.dark : ink.light;
+    if (colour)
+        format.setForeground(QColor(colour));
+    if (ink.bold || look & Bold)
+        format.setFontWeight(QFont::Bold);
+    format.setFontItalic(ink.italic != bool(look & Italic));
+    format.setFontUnderline(look & Underline);
+    return format;
+}

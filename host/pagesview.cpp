@@ -1,0 +1,130 @@
+// SPDX-FileCopyrightText: 2026 The ZemFountain authors
+// SPDX-License-Identifier: MIT
+
+#include "host/pagesview.h"
+
+#include "host/importing.h"
+#include "host/records.h"
+
+#include <QtGui/QTextBlock>
+#include <QtWidgets/QScrollBar>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int pageMargin = 48;                  // pixels
+constexpr int pageWidth = 576 + 2 * pageMargin; // six inches of text
+
+bool sameStretch(const Host::Stretch &a, const Host::Stretch &b)
+{
+    return a.text == b.text && a.bold == b.bold && a.italic == b.italic
+           && a.underline == b.underline && a.kind == b.kind;
+}
+
+/// Whether both look alike, wherever they stand in the source.
+bool sameLook(const Host::Paragraph &a, const Host::Paragraph &b)
+{
+    return a.type == b.type && a.titlePage == b.titlePage && a.centred == b.centred
+           && a.source == b.source && a.depth == b.depth && a.sceneNumber == b.sceneNumber
+           && std::equal(a.stretches.cbegin(), a.stretches.cend(), b.stretches.cbegin(),
+                         b.stretches.cend(), sameStretch);
+}
+
+/// Puts \a paragraph into the block of the \a cursor in the place of what it holds.
+void fill(QTextCursor cursor, const Host::Paragraph &paragraph)
+{
+    cursor.movePosition(QTextCursor::StartOfBlock);
+    cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+    cursor.removeSelectedText();
+    Host::insertParagraph(paragraph, &cursor);
+}
+
+} // namespace
+
+Host::PagesView::PagesView()
+    : m_script(1)
+{
+    // Paper is white in a dark scheme of colours too.
+    QPalette colours = palette();
+    colours.setColor(QPalette::Window, QColor(0xc8, 0xc8, 0xc8));
+    colours.setColor(QPalette::Base, Qt::white);
+    colours.setColor(QPalette::Text, Qt::black);
+    setPalette(colours);
+    setAutoFillBackground(true);
+    setFrameShape(NoFrame);
+    setReadOnly(true);
+    setUndoRedoEnabled(false);
+    setLineWrapMode(FixedPixelWidth);
+    setLineWrapColumnOrWidth(pageWidth);
+    document()->setDocumentMargin(pageMargin);
+    // Sixty letters to a line on any screen: margins are in pixels, points may be of any size.
+    QFont font = scriptFont();
+    font.setPixelSize(linePixels);
+    document()->setDefaultFont(font);
+}
+
+void Host::PagesView::setScript(const QVector<Paragraph> &script)
+{
+    const QVector<Paragraph> shown = script.isEmpty() ? QVector<Paragraph>(1) : script;
+    const auto changed =
+        std::mismatch(m_script.cbegin(), m_script.cend(), shown.cbegin(), shown.cend(), sameLook);
+    int front = int(changed.second - shown.cbegin());
+    const auto last =
+        std::mismatch(m_script.crbegin(), std::make_reverse_iterator(changed.first),
+                      shown.crbegin(), std::make_reverse_iterator(changed.second), sameLook);
+    int oldEnd = int(last.first.base() - m_script.cbegin());
+    int newEnd = int(last.second.base() - shown.cbegin());
+    const bool same = front == oldEnd && front == newEnd;
+    m_script = shown;
+    if (same)
+        return;
+    // There is at least one block to fill, so that a block can be added or taken away behind it.
+    if (front == oldEnd || front == newEnd) {
+        if (front > 0) {
+            --front;
+        } else {
+            ++oldEnd;
+            ++newEnd;
+        }
+    }
+    QTextCursor cursor(document()->findBlockByNumber(front));
+    cursor.beginEditBlock();
+    for (; oldEnd > newEnd; --oldEnd) {
+        cursor.movePosition(QTextCursor::EndOfBlock);
+        cursor.movePosition(QTextCursor::NextBlock, QTextCursor::KeepAnchor);
+        cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+        cursor.removeSelectedText();
+    }
+    for (int i = front; i < newEnd; ++i) {
+        if (i > front && i < oldEnd) {
+            cursor.movePosition(QTextCursor::NextBlock);
+        } else if (i > front) {
+            cursor.movePosition(QTextCursor::EndOfBlock);
+            cursor.insertBlock();
+        }
+        fill(cursor, shown.at(i));
+    }
+    cursor.endEditBlock();
+}
+
+void Host::PagesView::showParagraph(int index)
+{
+    const QTextBlock block = document()->findBlockByNumber(index);
+    if (!block.isValid())
+        return;
+    ExtraSelection mark;
+    mark.cursor = QTextCursor(block);
+    mark.cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+    mark.format.setBackground(QColor(0xff, 0xf3, 0xc4));
+    mark.format.setProperty(QTextFormat::FullWidthSelection, true);
+    setExtraSelections({mark});
+    setTextCursor(QTextCursor(block));
+}
+
+void Host::PagesView::resizeEvent(QResizeEvent *event)
+{
+    const int free = width() - verticalScrollBar()->sizeHint().width() - pageWidth;
+    setViewportMargins(std::max(0, free / 2), 0, std::max(0, free / 2), 0);
+    QTextEdit::resizeEvent(event);
+}
