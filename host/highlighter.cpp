@@ -40,27 +40,27 @@ constexpr QRgb markInk[] = {0xffa0a0a0, 0xff787878};
 // A look is a row of the table and these.
 enum Look { InkBits = 0xff, Bold = 0x100, Italic = 0x200, Underline = 0x400, Mark = 0x800 };
 
-struct Range
+struct LookRange
 {
     int start, length; ///< in the line
     int look;
-    bool operator==(const Range &other) const
+    bool operator==(const LookRange &other) const
     {
         return start == other.start && length == other.length && look == other.look;
     }
 };
-using Ranges = QVector<Range>;
+using LookRanges = QVector<LookRange>;
 
 /// What a line looks like: later ranges are drawn over earlier ones.
 class LineLook : public QTextBlockUserData
 {
 public:
-    LineLook(const QString &text, const Ranges &ranges)
+    LineLook(const QString &text, const LookRanges &ranges)
         : m_text(text)
         , m_ranges(ranges)
     {}
 
-    const Ranges &ranges() const { return m_ranges; }
+    const LookRanges &ranges() const { return m_ranges; }
 
     /// Makes the ranges fit the line after a change at one place.
     void follow(const QString &text)
@@ -70,7 +70,7 @@ public:
         const int front =
             int(std::mismatch(m_text.cbegin(), end, text.cbegin()).first - m_text.cbegin());
         const int grown = int(text.size() - m_text.size());
-        for (Range &range : m_ranges) {
+        for (LookRange &range : m_ranges) {
             if (range.start > front)
                 range.start = std::max(front, range.start + grown);
             else if (range.start + range.length >= front)
@@ -81,7 +81,7 @@ public:
 
 private:
     QString m_text;
-    Ranges m_ranges;
+    LookRanges m_ranges;
 };
 
 LineLook *lookOf(const QTextBlock &block)
@@ -98,9 +98,9 @@ int lookOf(const Host::Stretch &stretch, int ink)
 }
 
 /// The look of each line of \a document in \a script. What belongs to no stretch is a mark.
-QVector<Ranges> looksOf(const QVector<Host::Paragraph> &script, const QTextDocument &document)
+QVector<LookRanges> looksOf(const QVector<Host::Paragraph> &script, const QTextDocument &document)
 {
-    QVector<Ranges> looks(document.blockCount());
+    QVector<LookRanges> looks(document.blockCount());
     for (const Host::Paragraph &paragraph : script) {
         const int ink = paragraph.titlePage ? titlePageInk : paragraph.type;
         QTextBlock block = document.findBlockByNumber(paragraph.line);
@@ -130,9 +130,9 @@ Host::Highlighter::Highlighter(QTextDocument *document)
 
 void Host::Highlighter::setScript(const QVector<Paragraph> &script)
 {
-    const QVector<Ranges> looks = looksOf(script, *document());
+    const QVector<LookRanges> looks = looksOf(script, *document());
     for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
-        const Ranges &ranges = looks.at(block.blockNumber());
+        const LookRanges &ranges = looks.at(block.blockNumber());
         const LineLook *old = lookOf(block);
         if (old ? old->ranges() == ranges : ranges.isEmpty())
             continue;
@@ -155,7 +155,7 @@ void Host::Highlighter::highlightBlock(const QString &text)
     if (!look)
         return;
     look->follow(text);
-    for (const Range &range : look->ranges())
+    for (const LookRange &range : look->ranges())
         setFormat(range.start, range.length, format(range.look));
 }
 

@@ -120,6 +120,10 @@ void Host::PagesView::showParagraph(int index)
     mark.format.setProperty(QTextFormat::FullWidthSelection, true);
     setExtraSelections({mark});
     setTextCursor(QTextCursor(block));
+    // Not at an edge: what stands around it is of interest too.
+    const int top = cursorRect().top(), height = viewport()->height();
+    if (top < height / 8 || top > height * 7 / 8)
+        verticalScrollBar()->setValue(verticalScrollBar()->value() + top - height / 3);
 }
 
 void Host::PagesView::resizeEvent(QResizeEvent *event)

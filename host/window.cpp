@@ -34,8 +34,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto pause = 250ms;  // of typing, before the script is read
-constexpr auto copyDelay = 4s; // the most that a crash may cost
+constexpr auto readDelay = 250ms; // of typing, before the script is read
+constexpr auto copyDelay = 4s;    // the most that a crash may cost
 constexpr int recentCount = 8;
 constexpr char program[] = "zemscript";
 
@@ -127,7 +127,7 @@ Host::Window::Window()
         if (m_revision == m_editor->document()->revision())
             return; // The text is the same, only its look is another.
         m_revision = m_editor->document()->revision();
-        m_pause.start(pause);
+        m_pause.start(readDelay);
         if (!m_copyTimer.isActive())
             m_copyTimer.start(copyDelay);
     });
@@ -220,6 +220,7 @@ void Host::Window::addViewMenu()
 {
     m_sceneView->setModel(&m_scenes);
     m_sceneView->setWordWrap(true);
+    m_sceneView->setSpacing(2);
     m_sceneView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_sceneView->setEditTriggers(QListView::NoEditTriggers);
     const auto goToScene = [this](const QModelIndex &scene) {

@@ -209,7 +209,7 @@ private Q_SLOTS:
                           m_scenes->visualRect(fourth).center());
         const QString heading = m_editor->textCursor().block().text().section(u'#', 0, 0).trimmed();
         QVERIFY(fourth.data().toString().endsWith(heading.toUpper()));
-        QVERIFY(markedText().toUpper().startsWith(heading.toUpper()));
+        QTRY_VERIFY(markedText().toUpper().startsWith(heading.toUpper()));
         QCOMPARE(m_scenes->currentIndex(), fourth);
     }
 
