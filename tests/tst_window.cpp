@@ -73,7 +73,7 @@ void nameNext(const QString &name)
         QTest::keyClicks(edit, name);
         QTest::keyClick(edit, Qt::Key_Return);
     });
-    timer->start(5);
+    timer->start(200); // The dialogue has listed its folder by then.
 }
 
 QByteArray bytesOf(const QString &path)
@@ -178,7 +178,7 @@ private Q_SLOTS:
         open(example);
         const QStringList changes = {s("\n\nMORE\nAnd more.\n\n"), s("/* "), s("*/"), s("\n"),
                                      s("#")};
-        for (int i = 0; i < 20; ++i) {
+        for (int i = 0; i < 12; ++i) {
             QTextCursor cursor = m_editor->textCursor();
             cursor.setPosition((i * 997) % m_editor->document()->characterCount());
             cursor.insertText(changes.at(i % changes.size()));
