@@ -11,6 +11,7 @@
 
 #include <QtCore/QMimeData>
 #include <QtCore/QProcess>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QSettings>
 #include <QtCore/QStandardPaths>
 #include <QtCore/QTemporaryDir>
@@ -189,7 +190,9 @@ private Q_SLOTS:
             QTest::qWait(350);
             Host::PagesView fresh;
             fresh.setScript(Host::read(m_editor->text()));
-            QCOMPARE(m_pages->toHtml(), fresh.toHtml());
+            // But for the numbers in the names of anchors, which are those of the day they came.
+            const QRegularExpression anchor(s("<a name=\"[^\"]*\"></a>"));
+            QCOMPARE(m_pages->toHtml().remove(anchor), fresh.toHtml().remove(anchor));
             // The same holds for the look of the lines.
             QTextDocument copy(m_editor->document()->toPlainText());
             Host::Highlighter highlighter(&copy);
