@@ -2,19 +2,22 @@
 # SPDX-License-Identifier: MIT
 
 # How this project compiles its own sources; nothing of it reaches a program that links the library.
-option(BUILD_TESTING "Build the tests of all projects" ON)
-option(BUILD_SHARED_LIBS "Build shared libraries" ON)
 option(ZEM_WERROR "Treat compiler warnings as errors" OFF)
-option(ZEM_INSTALL "Install the libraries and what belongs to them" ${PROJECT_IS_TOP_LEVEL})
-option(ZEM_SYSTEM_BASE "Link an installed package ZemBase instead of building the stand-in" OFF)
 option(ZEM_BUILD_HOST "Build the program zemscript" ${PROJECT_IS_TOP_LEVEL})
+option(BUILD_TESTING "Build tests; those here only where this is the whole project" ON)
+if(PROJECT_IS_TOP_LEVEL AND BUILD_TESTING)
+    set(zem_tests_by_default ON)
+endif()
+option(ZEM_BUILD_TESTS "Build the tests" ${zem_tests_by_default})
+option(ZEM_INSTALL "Install what is built" ${PROJECT_IS_TOP_LEVEL})
+option(ZEM_SYSTEM_BASE "Link an installed ZemBase instead of building the one in base/" OFF)
 option(ZEM_BUILD_BENCH "Build the benchmark, which needs Google Benchmark" OFF)
 option(ZEM_FUZZ "Build the fuzzers and instrument the library for them, which needs Clang" OFF)
 
-if(PROJECT_IS_TOP_LEVEL AND BUILD_TESTING)
-    set(zem_tests_default ON)
+if(DEFINED BUILD_SHARED_LIBS AND NOT BUILD_SHARED_LIBS AND PROJECT_IS_TOP_LEVEL)
+    message(FATAL_ERROR "ZemFountain comes as shared libraries only, so that an application can "
+        "put its own ZemBase in the place of ours. Leave BUILD_SHARED_LIBS unset or ON.")
 endif()
-option(ZEM_BUILD_TESTS "Build the tests" ${zem_tests_default})
 
 if(PROJECT_IS_TOP_LEVEL AND NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
     set(CMAKE_BUILD_TYPE Release CACHE STRING "Type of build" FORCE)
@@ -26,19 +29,17 @@ if(NOT CMAKE_CXX_STANDARD)
 endif()
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
-set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_VERIFY_INTERFACE_HEADER_SETS ${ZEM_BUILD_TESTS})
 
-# An installed library or program finds the libraries next to it, wherever the prefix is moved to.
-# In the folder of the build too: its own path would be in the bytes otherwise.
-file(RELATIVE_PATH zem_bin_to_lib ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
-set(CMAKE_INSTALL_RPATH $ORIGIN $ORIGIN/${zem_bin_to_lib})
+# No build folder is named in a library: the same sources give the same bytes anywhere.
 set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 
-# What is generated is nobody's to tidy.
-file(WRITE ${PROJECT_BINARY_DIR}/.clang-tidy "Checks: '-*,misc-static-assert'\n")
+# An installed library or program finds the libraries next to it, wherever the prefix is moved to.
+file(RELATIVE_PATH zem_bin_to_lib ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+set(CMAKE_INSTALL_RPATH $ORIGIN $ORIGIN/${zem_bin_to_lib})
+set(CMAKE_INSTALL_RPATH_USE_LINK_PATH ${ZEM_SYSTEM_BASE}) # and a ZemBase of others where it is
 
 if(ZEM_FUZZ)
     add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
@@ -55,8 +56,7 @@ target_compile_definitions(zem_options INTERFACE
 # What the two libraries have in common.
 function(zem_library name)
     add_library(${name}::${name} ALIAS ${name})
-    target_link_libraries(${name} PUBLIC ${ZEM_QT}::Core ${ZEM_QT}::Gui
-        PRIVATE $<BUILD_INTERFACE:zem_options>)
+    target_link_libraries(${name} PRIVATE zem_options)
     # Lets the library's calls of its own exported operations be inlined. Nobody interposes them.
     target_compile_options(${name} PRIVATE -fno-semantic-interposition)
     # The compiler hides nearly everything; some inline functions of Qt only the linker can.

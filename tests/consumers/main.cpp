@@ -2,32 +2,23 @@
 // SPDX-License-Identifier: MIT
 
 #include <bridge/ZemFountain.h>
-#include <model/qfndocument.h>
-#include <model/qfnelement.h>
-#include <parser/qfnfastparser.h>
 
 #include <QGuiApplication>
 #include <QTextDocument>
-#include <QTextStream>
 
 int main(int argc, char *argv[])
 {
     QGuiApplication app(argc, argv);
+
     ZEMScriptElement cue; // a kind of paragraph, known again by its format
     cue.name = "Character";
     cue.blockFormat.setLeftMargin(200);
     QList<ZEMScriptElement> kinds{cue};
-    QTextDocument page;
 
-    QFnFastParser parser(nullptr);
-    parser.parse("The lamp is lit.\n\nMARA\nIt burns.\n");
+    QTextDocument script;
+    ZemFountain::parseText("The lamp is lit.\n\nMARA\nIt burns.\n", &script, &kinds, nullptr);
 
-    QTextStream out(stdout);
-    for (const QFnElement *element : parser.document->elements)
-        out << QFnElement::toString(element->type) << ": " << element->text << "\n";
-
-    ZEMFountainDocumentRenderer renderer; // the same as rich text, a block for each element
-    renderer.scriptElements = kinds;
-    renderer.render(*parser.document, &page);
-    out << page.toPlainText() << "\n";
+    QString error;
+    if (!ZemFountain::writeFile("script.fountain", script, kinds, &error))
+        qFatal("script.fountain: %s", qPrintable(error));
 }
