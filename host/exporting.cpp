@@ -5,6 +5,7 @@
 
 #include "host/reading.h"
 #include "host/records.h"
+#include "model/literals_p.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtGui/QTextBlock>
@@ -16,6 +17,7 @@ namespace {
 using Host::Form;
 using Host::Paragraph;
 using Host::Stretch;
+using Zem::operator""_L1;
 
 void append(const Stretch &stretch, QVector<Stretch> *stretches)
 {
@@ -177,22 +179,24 @@ QString message(int number, const Paragraph &paragraph, const QString &fate)
         .arg(QString::number(number), shown(paragraph), fate);
 }
 
-} // namespace
-
-QString Host::exportScript(const QTextDocument &document, QStringList *messages)
+void appendParagraphs(const QTextDocument &document, QVector<Paragraph> *paragraphs,
+                      QStringList *messages)
 {
-    QVector<Paragraph> paragraphs;
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
         bool losesEmphasis = false;
-        paragraphs.append(paragraphOf(block, &losesEmphasis));
+        paragraphs->append(paragraphOf(block, &losesEmphasis));
         if (losesEmphasis && messages)
-            messages->append(message(int(paragraphs.size()), paragraphs.last(),
+            messages->append(message(int(paragraphs->size()), paragraphs->last(),
                                      QStringLiteral("loses its emphasis")));
     }
-    const bool saysNothing = paragraphs.size() == 1 && paragraphs.first().stretches.isEmpty();
-    if (saysNothing && document.begin().userState() != blankLineState)
-        return QString();
+    // The one block of an empty document is no blank line, unless it says so.
+    const bool saysNothing = paragraphs->size() == 1 && paragraphs->first().stretches.isEmpty();
+    if (saysNothing && document.begin().userState() != Host::blankLineState)
+        paragraphs->clear();
+}
 
+QString writtenScript(const QVector<Paragraph> &paragraphs, QStringList *messages)
+{
     Trial trial(paragraphs);
     QVector<int> wrong = trial.write();
     // Two other forms to try. A form that makes its own paragraph right may make the next one
@@ -213,4 +217,36 @@ QString Host::exportScript(const QTextDocument &document, QStringList *messages)
                                          + shown(trial.readAt(i))));
     }
     return trial.text();
+}
+
+} // namespace
+
+QString Host::exportScript(const QTextDocument &document, QStringList *messages)
+{
+    QVector<Paragraph> paragraphs;
+    appendParagraphs(document, &paragraphs, messages);
+    return writtenScript(paragraphs, messages);
+}
+
+QString Host::exportHtml(QString html, QStringList *messages)
+{
+    // Each block that Qt writes stands on a line of its own, if no table or list is around it.
+    constexpr int partSize = 1 << 20;
+    const QLatin1String blockStart = "\n<p "_L1;
+    const bool hasParts = html.contains("name=\"qrichtext\""_L1) && html.contains(blockStart)
+                          && !html.contains("<table"_L1) && !html.contains("<ul"_L1)
+                          && !html.contains("<ol"_L1);
+    const int head = hasParts ? int(html.indexOf(blockStart)) : 0;
+    QVector<Paragraph> paragraphs;
+    for (int start = head; start < html.size();) {
+        const int next = hasParts ? int(html.indexOf(blockStart, start + partSize)) : -1;
+        const int end = next < 0 ? int(html.size()) : next;
+        QTextDocument part;
+        part.setHtml(QStringView(html).left(head).toString()
+                     + QStringView(html).mid(start, end - start).toString());
+        appendParagraphs(part, &paragraphs, messages);
+        start = end;
+    }
+    html.clear();
+    return writtenScript(paragraphs, messages);
 }

@@ -18,6 +18,10 @@ namespace Host {
 /// paragraph and says what becomes of it.
 QString exportScript(const QTextDocument &document, QStringList *messages = nullptr);
 
+/// The same of rich text that stands in \a html. A document that Qt wrote is read in parts, since
+/// reading HTML takes some fifty times the memory of its text.
+QString exportHtml(QString html, QStringList *messages = nullptr);
+
 } // namespace Host
 
 #endif

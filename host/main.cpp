@@ -20,6 +20,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 namespace {
 
@@ -96,12 +97,13 @@ ExitCode exportFile(const Options &options)
     QString error;
     if (!Host::readText(richText, &html, &error))
         return report(error, Failure);
-    QTextDocument document;
-    document.setHtml(html);
-    if (options.plain)
+    if (options.plain) {
+        QTextDocument document;
+        document.setHtml(html);
         return save(out, plainScript(document));
+    }
     QStringList messages;
-    const QByteArray script = Host::exportScript(document, &messages).toUtf8();
+    const QByteArray script = Host::exportHtml(std::move(html), &messages).toUtf8();
     for (const QString &message : qAsConst(messages))
         report(message, Success);
     return save(out, script);

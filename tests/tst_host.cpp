@@ -116,7 +116,7 @@ const Refusal refusals[] = {
 
 } // namespace
 
-class TestHost : public QObject
+class HostTest : public QObject
 {
     Q_OBJECT
 
@@ -124,7 +124,8 @@ private Q_SLOTS:
     void initTestCase()
     {
         // The names of the program and of its platform are the lines' own.
-        qputenv("PATH", QFileInfo(QStringLiteral(ZEMSCRIPT)).path().toLocal8Bit() + ':' + qgetenv("PATH"));
+        qputenv("PATH",
+                QFileInfo(QStringLiteral(ZEMSCRIPT)).path().toLocal8Bit() + ':' + qgetenv("PATH"));
         for (const char *name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
             qunsetenv(name);
     }
@@ -134,19 +135,24 @@ private Q_SLOTS:
         m_folder.reset(new QTemporaryDir);
         QVERIFY(QDir(m_folder->path()).mkdir(u"folder"_s));
         create(path(u"good"_s), "Anna enters.\n");
-        create(path(u"all"_s), "Author: Z\nTitle: A\n\nINT. B #1#\n\n> ***_c_*** <\n\nd\\\n\n## e\n\n");
+        create(path(u"all"_s),
+               "Author: Z\nTitle: A\n\nINT. B #1#\n\n> ***_c_*** <\n\nd\\\n\n## e\n\n");
         create(path(u"plain"_s), "INT. B #1#\n\nc\n\n");
         create(path(u"lines"_s), u"\U00010600\u1780 a\n"_s.toUtf8());
         create(path(u"in.html"_s), "<p>x</p>");
         create(path(u"nfew.conf"_s), "<fontconfig></fontconfig>");
-        create(path(u"few.conf"_s), "<fontconfig><dir>" + path(u"folder"_s).toUtf8() + "</dir></fontconfig>");
+        create(path(u"few.conf"_s),
+               "<fontconfig><dir>" + path(u"folder"_s).toUtf8() + "</dir></fontconfig>");
         create(path(u"mac"_s), "\xEF\xBB\xBFINT. A\r\rb\r");
         create(path(u"latin"_s), "Caf\n\xE9 b\n");
-        create(path(u"it's"_s), QByteArray("\xFF\xFE" "a\0", 4));
+        create(path(u"it's"_s), QByteArray("\xFF\xFE"
+                                           "a\0",
+                                           4));
         create(path(u"wide"_s), QByteArray("a\0\n\0", 4));
         create(path(u"Wide"_s), QByteArray("\0a\0\n", 4));
         create(path(u"short"_s), "ab\xEF\xBF");
-        create(path(u"mark"_s), "\xEF\xBB\xBF" "ab\xED\xA0\x80");
+        create(path(u"mark"_s), "\xEF\xBB\xBF"
+                                "ab\xED\xA0\x80");
     }
 
     void does_data()
@@ -206,7 +212,8 @@ private Q_SLOTS:
             QVERIFY2(manual.contains(word.simplified().section(u' ', 0, 0)), qPrintable(word));
         }
         QVERIFY(terms > 12);
-        QVERIFY(help.contains(u"\n  import SCRIPT [OUT]   Takes"_s) && help.contains(u"\n  edit [SCRIPT]         Opens"_s));
+        QVERIFY(help.contains(u"\n  import SCRIPT [OUT]   Takes"_s)
+                && help.contains(u"\n  edit [SCRIPT]         Opens"_s));
         for (const QString &line : help.split(u'\n'))
             QVERIFY2(line.size() <= 80, qPrintable(line));
         QVERIFY(run("zemscript help export").out.contains("export RICHTEXT [OUT]"));
@@ -276,5 +283,5 @@ private:
     QScopedPointer<QTemporaryDir> m_folder;
 };
 
-QTEST_GUILESS_MAIN(TestHost)
+QTEST_GUILESS_MAIN(HostTest)
 #include "tst_host.moc"

@@ -109,7 +109,7 @@ const Row titleRows[] = {
 
 } // namespace
 
-class TestPages : public QObject
+class PagesTest : public QObject
 {
     Q_OBJECT
 
@@ -147,9 +147,10 @@ private Q_SLOTS:
     {
         QCOMPARE(pagesOf(u"a\n\n"_s.repeated(26) + u"x\ny\n"_s).size(), 1); // all 54 lines
         const QString word(4000, u'X');
-        for (const QString &script : {u"INT. "_s + word + u" #"_s + word + u"#\n"_s, word + u"\nx\n"_s + word,
-                                      u"BEN\n"_s + u"(hm)\n"_s.repeated(200), u"INT. A\n\n"_s.repeated(200),
-                                      u"> TO\n\n"_s.repeated(200), u"Title: "_s + word + u"\n\nx\n"_s}) {
+        for (const QString &script :
+             {u"INT. "_s + word + u" #"_s + word + u"#\n"_s, word + u"\nx\n"_s + word,
+              u"BEN\n"_s + u"(hm)\n"_s.repeated(200), u"INT. A\n\n"_s.repeated(200),
+              u"> TO\n\n"_s.repeated(200), u"Title: "_s + word + u"\n\nx\n"_s}) {
             const auto pages = pagesOf(script);
             QVERIFY(pages.size() > 1);
             for (const QStringList &page : pages) {
@@ -184,7 +185,8 @@ private Q_SLOTS:
         const QString head = u"Title:\n"_s + u"    a\n"_s.repeated(20) + u"Contact:\n"_s;
         QCOMPARE(pagesOf(head + u"    b\n"_s.repeated(16) + u"\nx\n"_s).size(), 2);
         QCOMPARE(pagesOf(head + u"    b\n"_s.repeated(17) + u"\nx\n"_s).size(), 3);
-        QCOMPARE(pagesOf(u"Title:\n"_s + u"    a\n"_s.repeated(55)).first().first().trimmed(), u"a"_s);
+        QCOMPARE(pagesOf(u"Title:\n"_s + u"    a\n"_s.repeated(55)).first().first().trimmed(),
+                 u"a"_s);
         QCOMPARE(Host::titleOf(Host::read(u"Title: a\n    *b*\n\nc\n"_s)), u"a b"_s);
     }
 
@@ -206,7 +208,8 @@ private Q_SLOTS:
         if (QStandardPaths::findExecutable(u"pdftotext"_s).isEmpty())
             QSKIP("needs pdftotext");
         QString problem;
-        const auto script = Host::read(u"Title: Sea\n\nINT. SEA #1#\n\n**Anna** *waits*.\n\n===\n\nBEN\nHi.\n"_s);
+        const auto script =
+            Host::read(u"Title: Sea\n\nINT. SEA #1#\n\n**Anna** *waits*.\n\n===\n\nBEN\nHi.\n"_s);
         QTemporaryDir folder;
         QFile file(folder.filePath(u"x.pdf"_s));
         QVERIFY(file.open(QIODevice::WriteOnly));
@@ -222,7 +225,8 @@ private Q_SLOTS:
         QVERIFY2(boxes.contains(u"<title>The Sea</title>"_s), qPrintable(boxes));
         QVERIFY(boxes.contains(u"\"Creator\" content=\"tst_pages\""_s));
         QStringList words;
-        const QRegularExpression box(u"(<page width=\"595)|xMin=\"(.*?)\" yMin=\"(.*?)\".*>(.*)</word>"_s);
+        const QRegularExpression box(
+            u"(<page width=\"595)|xMin=\"(.*?)\" yMin=\"(.*?)\".*>(.*)</word>"_s);
         for (auto match = box.globalMatch(boxes); match.hasNext();) {
             const auto found = match.next();
             words.append(!found.captured(1).isEmpty()
@@ -233,12 +237,14 @@ private Q_SLOTS:
         }
         words.sort(); // pdftotext has an order of its own
         QCOMPARE(words.join(u','), u"-3 73 2.,0 12 1,0 15 INT.,0 20 SEA,0 37 BEN,0 79 1,1 25 Hi.,"
-                                    "16 43 Sea,2 15 Anna,2 20 waits.,|,|,|"_s);
+                                   "16 43 Sea,2 15 Anna,2 20 waits.,|,|,|"_s);
         const QString fonts = run(u"pdffonts"_s, {file.fileName()});
-        QVERIFY2(fonts.contains(u"Bold"_s) && fonts.contains(QRegularExpression(u"Italic|Oblique"_s)), qPrintable(fonts));
+        QVERIFY2(fonts.contains(u"Bold"_s)
+                     && fonts.contains(QRegularExpression(u"Italic|Oblique"_s)),
+                 qPrintable(fonts));
         QCOMPARE(problem, QString());
     }
 };
 
-QTEST_MAIN(TestPages)
+QTEST_MAIN(PagesTest)
 #include "tst_pages.moc"

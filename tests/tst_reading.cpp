@@ -154,7 +154,7 @@ void removeFirstBlock(QTextDocument *document)
 
 } // namespace
 
-class tst_Reading : public QObject
+class ReadingTest : public QObject
 {
     Q_OBJECT
 
@@ -165,6 +165,7 @@ private Q_SLOTS:
     void comesBack();
     void madeScripts();
     void examples();
+    void htmlInParts();
     void messages_data() { addRows(messageRows); }
     void messages();
     void madeRichText();
@@ -172,13 +173,13 @@ private Q_SLOTS:
     void growth();
 };
 
-void tst_Reading::reads()
+void ReadingTest::reads()
 {
     QFETCH(QString, input);
     QTEST(listed(Host::read(input)), "expected");
 }
 
-void tst_Reading::comesBack()
+void ReadingTest::comesBack()
 {
     QFETCH(QString, input);
     QCOMPARE(comeBack(input), input);
@@ -186,7 +187,22 @@ void tst_Reading::comesBack()
     QCOMPARE(comeBack(noLineEnd), noLineEnd);
 }
 
-void tst_Reading::madeScripts()
+void ReadingTest::htmlInParts()
+{
+    // Rich text of more than one part, whose borders come between paragraphs of all kinds.
+    QFile file(QFINDTESTDATA("../examples/the-lamp-keeper.fountain"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QString script = QString::fromUtf8(file.readAll()).repeated(150);
+    QTextDocument document;
+    Host::importScript(script, &document);
+    QStringList messages;
+    QVERIFY(Host::exportHtml(document.toHtml(), &messages) == script);
+    QVERIFY(messages.isEmpty());
+    // HTML of somebody else is no such rich text.
+    QCOMPARE(Host::exportHtml(u"<html><body><p>a</p><p>b</p></body></html>"_s), u"a\n\nb\n"_s);
+}
+
+void ReadingTest::madeScripts()
 {
     for (quint32 seed = 0; seed < 2000; ++seed) {
         const QString script = madeScript(seed);
@@ -198,7 +214,7 @@ void tst_Reading::madeScripts()
     }
 }
 
-void tst_Reading::examples()
+void ReadingTest::examples()
 {
     for (const QString &name : {u"the-lamp-keeper"_s, u"two-hander"_s}) {
         QFile file(QStringLiteral(EXAMPLES "/") + name + u".fountain"_s);
@@ -209,7 +225,7 @@ void tst_Reading::examples()
 }
 
 /// Each paragraph that has no form which reads back is named, and no other.
-void tst_Reading::messages()
+void ReadingTest::messages()
 {
     QFETCH(QString, input);
     QTextDocument document;
@@ -230,7 +246,7 @@ void tst_Reading::messages()
 }
 
 /// Rich text without any message reads back as it is.
-void tst_Reading::madeRichText()
+void ReadingTest::madeRichText()
 {
     int kept = 0;
     for (quint32 seed = 0; seed < 2000; ++seed) {
@@ -266,7 +282,7 @@ void tst_Reading::madeRichText()
     QVERIFY(kept > 200);
 }
 
-void tst_Reading::growth_data()
+void ReadingTest::growth_data()
 {
     QTest::addColumn<QString>("script");
     const int count = 50000;
@@ -282,7 +298,7 @@ void tst_Reading::growth_data()
 }
 
 /// Reading takes time in proportion to the length: none of these takes a second.
-void tst_Reading::growth()
+void ReadingTest::growth()
 {
     QFETCH(QString, script);
     QElapsedTimer timer;
@@ -291,5 +307,5 @@ void tst_Reading::growth()
     QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
 }
 
-QTEST_MAIN(tst_Reading)
+QTEST_MAIN(ReadingTest)
 #include "tst_reading.moc"

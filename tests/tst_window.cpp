@@ -108,7 +108,7 @@ private:
 
 } // namespace
 
-class TestWindow : public QObject
+class WindowTest : public QObject
 {
     Q_OBJECT
 
@@ -619,5 +619,5 @@ private:
     QListView *m_scenes = nullptr;
 };
 
-QTEST_MAIN(TestWindow)
+QTEST_MAIN(WindowTest)
 #include "tst_window.moc"
