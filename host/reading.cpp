@@ -100,8 +100,8 @@ QVector<Span> findSpans(const QString &source)
     return spans;
 }
 
-/// A line of the source. Line ends within a note or comment do not end it.
-struct Line
+/// A line of the source. SourceLine ends within a note or comment do not end it.
+struct SourceLine
 {
     int start, end;           ///< without its line end
     int firstSpan, spanCount; ///< its notes and comments
@@ -163,34 +163,34 @@ private:
     enum Speech { NoSpeech, BelowCue, InSpeech };
 
     void cutLines();
-    QString visibleText(const Line &line) const;
-    bool isPageBreak(const Line &line) const;
-    bool endsInSpan(const Line &line) const;
+    QString visibleText(const SourceLine &line) const;
+    bool isPageBreak(const SourceLine &line) const;
+    bool endsInSpan(const SourceLine &line) const;
     bool blankBelow(int index) const;
-    bool isTitleEntry(const Line &line);
+    bool isTitleEntry(const SourceLine &line);
 
     void readTitlePage();
     void readLine(int index);
     void readBlankLine(int index);
-    void readWorkingLine(const Line &line);
-    void readSpeech(const Line &line);
-    void readOutlineLine(const Line &line);
-    void readHeading(const Line &line);
-    void readTransition(const Line &line);
-    void readCentredLine(const Line &line);
-    void readAction(const Line &line, int start, int end, bool centred);
+    void readWorkingLine(const SourceLine &line);
+    void readSpeech(const SourceLine &line);
+    void readOutlineLine(const SourceLine &line);
+    void readHeading(const SourceLine &line);
+    void readTransition(const SourceLine &line);
+    void readCentredLine(const SourceLine &line);
+    void readAction(const SourceLine &line, int start, int end, bool centred);
 
-    void begin(const Line &line, QFnElement::Type type);
-    void addLine(const Line &line, QFnElement::Type type, int start, int end);
-    void addText(const Line &line, int start, int end);
-    void endLine(const Line &line);
+    void begin(const SourceLine &line, QFnElement::Type type);
+    void addLine(const SourceLine &line, QFnElement::Type type, int start, int end);
+    void addText(const SourceLine &line, int start, int end);
+    void endLine(const SourceLine &line);
     void addStretch(int start, int end, Stretch look);
     void finish();
-    QVector<Span> emphasisMarks(const Line &line, int start, int end);
+    QVector<Span> emphasisMarks(const SourceLine &line, int start, int end);
 
     const QString &m_source;
     QVector<Span> m_spans;
-    QVector<Line> m_lines;
+    QVector<SourceLine> m_lines;
     QVector<Paragraph> m_paragraphs;
     QFnFastParser m_parser;
     int m_sliceStart = 0; ///< where the part of the source begins that the last paragraph has
@@ -207,7 +207,7 @@ void Reader::cutLines()
     int number = 0;
     const int size = int(m_source.size());
     for (int start = 0; start < size;) {
-        Line line{start, start, span, 0, number, 1};
+        SourceLine line{start, start, span, 0, number, 1};
         int at = start;
         bool hasText = false;
         while (at < size && m_source.at(at) != lineEnd) {
@@ -225,7 +225,9 @@ void Reader::cutLines()
         line.spanCount = span - line.firstSpan;
         if (at == size && m_source.at(at - 1) == lineEnd)
             --line.count; // a comment that is never closed has the last line end too
-        line.content = hasText ? Line::Text : line.spanCount > 0 ? Line::Working : Line::Blank;
+        line.content = hasText              ? SourceLine::Text
+                       : line.spanCount > 0 ? SourceLine::Working
+                                            : SourceLine::Blank;
         number += line.count;
         m_lines.append(line);
         start = at + 1;
@@ -234,7 +236,7 @@ void Reader::cutLines()
 
 /// The line without its notes and comments, with one blank where two would meet around them and
 /// with none where one in front of the line leaves it.
-QString Reader::visibleText(const Line &line) const
+QString Reader::visibleText(const SourceLine &line) const
 {
     QString text;
     int at = line.start;
@@ -252,10 +254,10 @@ QString Reader::visibleText(const Line &line) const
     return text;
 }
 
-bool Reader::isPageBreak(const Line &line) const
+bool Reader::isPageBreak(const SourceLine &line) const
 {
     const bool mayBe = m_source.at(line.start) == QLatin1Char('=') || line.spanCount > 0;
-    if (line.content != Line::Text || !mayBe)
+    if (line.content != SourceLine::Text || !mayBe)
         return false;
     const QString text = visibleText(line).trimmed();
     return text.startsWith(pageBreakMark) && text.count(QLatin1Char('=')) == text.size();
@@ -265,19 +267,19 @@ bool Reader::isPageBreak(const Line &line) const
 bool Reader::blankBelow(int index) const
 {
     for (++index; index < m_lines.size(); ++index) {
-        if (m_lines.at(index).content != Line::Working)
-            return m_lines.at(index).content == Line::Blank || isPageBreak(m_lines.at(index));
+        if (m_lines.at(index).content != SourceLine::Working)
+            return m_lines.at(index).content == SourceLine::Blank || isPageBreak(m_lines.at(index));
     }
     return true;
 }
 
-bool Reader::endsInSpan(const Line &line) const
+bool Reader::endsInSpan(const SourceLine &line) const
 {
     return line.spanCount > 0 && m_spans.at(line.firstSpan + line.spanCount - 1).end >= line.end;
 }
 
 /// Whether the line starts an entry of the title page: the library makes one of it.
-bool Reader::isTitleEntry(const Line &line)
+bool Reader::isTitleEntry(const SourceLine &line)
 {
     if (!m_source.at(line.start).isLetter())
         return false;
@@ -287,7 +289,7 @@ bool Reader::isTitleEntry(const Line &line)
 
 QVector<Paragraph> Reader::paragraphs()
 {
-    while (m_next < m_lines.size() && m_lines.at(m_next).content == Line::Blank)
+    while (m_next < m_lines.size() && m_lines.at(m_next).content == SourceLine::Blank)
         readBlankLine(m_next++);
     readTitlePage();
     while (m_next < m_lines.size())
@@ -301,8 +303,8 @@ void Reader::readTitlePage()
 {
     if (m_next == m_lines.size() || !isTitleEntry(m_lines.at(m_next)))
         return;
-    for (; m_next < m_lines.size() && m_lines.at(m_next).content != Line::Blank; ++m_next) {
-        const Line &line = m_lines.at(m_next);
+    for (; m_next < m_lines.size() && m_lines.at(m_next).content != SourceLine::Blank; ++m_next) {
+        const SourceLine &line = m_lines.at(m_next);
         if (isTitleEntry(line)) {
             begin(line, QFnElement::General);
             m_paragraphs.last().titlePage = true;
@@ -315,11 +317,11 @@ void Reader::readTitlePage()
 
 void Reader::readLine(int index)
 {
-    const Line &line = m_lines.at(index);
+    const SourceLine &line = m_lines.at(index);
     const bool isBlankInSpeech = line.start < line.end && m_speech == InSpeech;
-    if (line.content == Line::Blank && !isBlankInSpeech)
+    if (line.content == SourceLine::Blank && !isBlankInSpeech)
         return readBlankLine(index);
-    if (line.content == Line::Working)
+    if (line.content == SourceLine::Working)
         return readWorkingLine(line);
     const QChar first = m_source.at(line.start);
     const bool isLong = line.end - line.start > 1;
@@ -354,9 +356,9 @@ void Reader::readLine(int index)
 /// The last of some blank lines parts two paragraphs. Each other one is a paragraph of its own.
 void Reader::readBlankLine(int index)
 {
-    const Line &line = m_lines.at(index);
+    const SourceLine &line = m_lines.at(index);
     const bool parts = !m_paragraphs.isEmpty() && index + 1 < m_lines.size()
-                       && m_lines.at(index + 1).content != Line::Blank;
+                       && m_lines.at(index + 1).content != SourceLine::Blank;
     if (!parts)
         addLine(line, QFnElement::Action, line.start, line.end);
     m_opensBlock = true;
@@ -365,7 +367,7 @@ void Reader::readBlankLine(int index)
 }
 
 /// Reads a line of notes and comments, which changes nothing in what stands around it.
-void Reader::readWorkingLine(const Line &line)
+void Reader::readWorkingLine(const SourceLine &line)
 {
     const Span &span = m_spans.at(line.firstSpan);
     const bool isWhole = line.spanCount == 1 && span.start == line.start && span.end == line.end;
@@ -380,7 +382,7 @@ void Reader::readWorkingLine(const Line &line)
     endLine(line);
 }
 
-void Reader::readSpeech(const Line &line)
+void Reader::readSpeech(const SourceLine &line)
 {
     const QString text = visibleText(line);
     addLine(line, isParenthetical(text) ? QFnElement::Parenthetical : QFnElement::Dialogue,
@@ -390,7 +392,7 @@ void Reader::readSpeech(const Line &line)
 
 /// Reads a line with "#" or "=", which is a paragraph of its own wherever it stands outside a
 /// speech.
-void Reader::readOutlineLine(const Line &line)
+void Reader::readOutlineLine(const SourceLine &line)
 {
     const QChar mark = m_source.at(line.start);
     const bool isSection = mark == QLatin1Char('#');
@@ -407,7 +409,7 @@ void Reader::readOutlineLine(const Line &line)
     m_opensBlock = true;
 }
 
-void Reader::readHeading(const Line &line)
+void Reader::readHeading(const SourceLine &line)
 {
     const int start = line.start + (m_source.at(line.start) == QLatin1Char('.') ? 1 : 0);
     const auto heading = Host::splitHeading(m_source.mid(start, line.end - start));
@@ -418,7 +420,7 @@ void Reader::readHeading(const Line &line)
     m_paragraphs.last().sceneNumber = heading.second;
 }
 
-void Reader::readTransition(const Line &line)
+void Reader::readTransition(const SourceLine &line)
 {
     int start = line.start;
     if (m_source.at(start) == QLatin1Char('>'))
@@ -430,7 +432,7 @@ void Reader::readTransition(const Line &line)
     addLine(line, QFnElement::Transition, start, line.end);
 }
 
-void Reader::readCentredLine(const Line &line)
+void Reader::readCentredLine(const SourceLine &line)
 {
     int start = line.start + 1;
     int end = line.end - 1;
@@ -444,7 +446,7 @@ void Reader::readCentredLine(const Line &line)
     readAction(line, start, end, true);
 }
 
-void Reader::readAction(const Line &line, int start, int end, bool centred)
+void Reader::readAction(const SourceLine &line, int start, int end, bool centred)
 {
     if (m_joins && !m_opensBlock && m_paragraphs.last().centred == centred) {
         m_paragraphs.last().stretches.last().text += QChar(QChar::LineSeparator);
@@ -459,7 +461,7 @@ void Reader::readAction(const Line &line, int start, int end, bool centred)
 }
 
 /// Starts a paragraph, which has the source from the end of the one above on.
-void Reader::begin(const Line &line, QFnElement::Type type)
+void Reader::begin(const SourceLine &line, QFnElement::Type type)
 {
     finish();
     Paragraph paragraph;
@@ -471,7 +473,7 @@ void Reader::begin(const Line &line, QFnElement::Type type)
 }
 
 /// Adds a paragraph of one line, with the text from \a start to \a end.
-void Reader::addLine(const Line &line, QFnElement::Type type, int start, int end)
+void Reader::addLine(const SourceLine &line, QFnElement::Type type, int start, int end)
 {
     begin(line, type);
     addText(line, start, end);
@@ -481,7 +483,7 @@ void Reader::addLine(const Line &line, QFnElement::Type type, int start, int end
 
 /// The marks of emphasis from \a start to \a end that pair up: those of one kind open and close in
 /// turn, open in front of text and close behind it. All others are text.
-QVector<Span> Reader::emphasisMarks(const Line &line, int start, int end)
+QVector<Span> Reader::emphasisMarks(const SourceLine &line, int start, int end)
 {
     QVector<Span> marks;
     const QStringView text = QStringView(m_source).mid(start, end - start);
@@ -516,7 +518,7 @@ QVector<Span> Reader::emphasisMarks(const Line &line, int start, int end)
 }
 
 /// Adds the text of a line from \a start to \a end to the last paragraph.
-void Reader::addText(const Line &line, int start, int end)
+void Reader::addText(const SourceLine &line, int start, int end)
 {
     const QFnElement::Type type = m_paragraphs.last().type;
     const bool isRaw = type == QFnElement::Character || type == QFnElement::SceneHeading
@@ -553,7 +555,7 @@ void Reader::addText(const Line &line, int start, int end)
 }
 
 /// Counts the line to the last paragraph.
-void Reader::endLine(const Line &line)
+void Reader::endLine(const SourceLine &line)
 {
     m_paragraphs.last().lineCount += line.count;
     m_sliceEnd = std::min(line.end + 1, int(m_source.size()));
@@ -612,16 +614,16 @@ QString markedText(const QVector<Stretch> &stretches)
         int at = 0;
         while (at < stretch.text.size()) {
             int end = int(stretch.text.indexOf(QChar(QChar::LineSeparator), at));
-            const bool lineEnds = end >= 0;
-            end = lineEnds ? end : int(stretch.text.size());
+            const bool endsLine = end >= 0;
+            end = endsLine ? end : int(stretch.text.size());
             if (end > at)
                 setStyle(stretch);
             text += QStringView(stretch.text).mid(at, end - at).toString();
-            if (lineEnds) {
+            if (endsLine) {
                 setStyle(Stretch());
                 text += lineEnd;
             }
-            at = lineEnds ? end + 1 : end;
+            at = endsLine ? end + 1 : end;
         }
     }
     setStyle(Stretch());

@@ -14,7 +14,7 @@ namespace {
 
 using Zem::operator""_L1;
 
-struct Kind
+struct ParagraphKind
 {
     QLatin1String name;
     int top, bottom, left, right; ///< margins in pixels of 1/96 inch
@@ -23,36 +23,36 @@ struct Kind
 
 // Reading HTML gives a right alignment this second flag. The record has it from the start, or the
 // block would no longer be its own afterwards.
-constexpr Qt::Alignment right = Qt::Alignment(Qt::AlignRight | Qt::AlignAbsolute);
-constexpr Qt::Alignment centred = Qt::AlignHCenter;
-constexpr Qt::Alignment own;
+constexpr Qt::Alignment rightAligned = Qt::Alignment(Qt::AlignRight | Qt::AlignAbsolute);
+constexpr Qt::Alignment centredAlignment = Qt::AlignHCenter;
+constexpr Qt::Alignment ownAlignment;
 
-constexpr int line = Host::linePixels;
+constexpr int oneLine = Host::linePixels;
 
 // No two rows have the same margins, so that each block is recognised by them alone. The columns
 // are those of a script page with an action column of six inches.
-constexpr Kind kinds[] = {
-    {"Action"_L1, line, 0, 0, 0, own},
-    {"SceneHeading"_L1, 2 * line, 0, 0, 0, own},
-    {"Scene Heading"_L1, 2 * line, 0, 0, 0, own},
-    {"Character"_L1, line, 0, 211, 0, own},
-    {"Parenthetical"_L1, 0, 0, 154, 192, own},
-    {"Dialogue"_L1, 0, 0, 96, 144, own},
-    {"Transition"_L1, line, 0, 288, 0, right},
-    {"SectionHeading"_L1, 3 * line, 0, 0, 0, own},
-    {"Section Heading"_L1, 3 * line, 0, 0, 0, own},
-    {"Synopsis"_L1, line, 0, 24, 0, own},
-    {"Notes"_L1, line, 0, 48, 48, own},
-    {"Boneyard"_L1, 0, 0, 72, 72, own},
-    {"PageBreak"_L1, line, line, 0, 0, own},
-    {"General"_L1, line, 0, 12, 0, own},
-    {"Title Page"_L1, 0, 0, 48, 48, centred},
+constexpr ParagraphKind paragraphKinds[] = {
+    {"Action"_L1, oneLine, 0, 0, 0, ownAlignment},
+    {"SceneHeading"_L1, 2 * oneLine, 0, 0, 0, ownAlignment},
+    {"Scene Heading"_L1, 2 * oneLine, 0, 0, 0, ownAlignment},
+    {"Character"_L1, oneLine, 0, 211, 0, ownAlignment},
+    {"Parenthetical"_L1, 0, 0, 154, 192, ownAlignment},
+    {"Dialogue"_L1, 0, 0, 96, 144, ownAlignment},
+    {"Transition"_L1, oneLine, 0, 288, 0, rightAligned},
+    {"SectionHeading"_L1, 3 * oneLine, 0, 0, 0, ownAlignment},
+    {"Section Heading"_L1, 3 * oneLine, 0, 0, 0, ownAlignment},
+    {"Synopsis"_L1, oneLine, 0, 24, 0, ownAlignment},
+    {"Notes"_L1, oneLine, 0, 48, 48, ownAlignment},
+    {"Boneyard"_L1, 0, 0, 72, 72, ownAlignment},
+    {"PageBreak"_L1, oneLine, oneLine, 0, 0, ownAlignment},
+    {"General"_L1, oneLine, 0, 12, 0, ownAlignment},
+    {"Title Page"_L1, 0, 0, 48, 48, centredAlignment},
 };
 
 constexpr QLatin1String anchorPrefix = "source:"_L1;
 constexpr QChar anchorMark = QLatin1Char(':'); // behind the number
 
-ZEMScriptElement toRecord(const Kind &kind)
+ZEMScriptElement toRecord(const ParagraphKind &kind)
 {
     ZEMScriptElement record;
     record.name = kind.name;
@@ -78,7 +78,7 @@ const QList<ZEMScriptElement> &Host::records()
 {
     static const QList<ZEMScriptElement> list = [] {
         QList<ZEMScriptElement> all;
-        for (const Kind &kind : kinds)
+        for (const ParagraphKind &kind : paragraphKinds)
             all.append(toRecord(kind));
         return all;
     }();
