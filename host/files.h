@@ -13,7 +13,7 @@ class QString;
 /// wrong with it. The path "-" is standard input or standard output.
 namespace Host {
 
-constexpr QLatin1String standardStream("-");
+constexpr QLatin1String standardStream("-", 1);
 
 /// What of a text file is not its text. A file that is saved again keeps it.
 struct TextForm
