@@ -4,6 +4,7 @@
 #include "host/files.h"
 
 #include "host/quoting.h"
+#include "model/literals_p.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -15,9 +16,11 @@
 
 namespace {
 
+using Zem::operator""_L1;
+
 constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
-constexpr QLatin1String lineEnds[] = {QLatin1String("\n"), QLatin1String("\r\n"),
-                                      QLatin1String("\r")}; // in the order of TextForm::LineEnd
+constexpr QLatin1String lineEnds[] = {"\n"_L1, "\r\n"_L1,
+                                      "\r"_L1}; // in the order of TextForm::LineEnd
 
 /// The encoding, other than UTF-8, that the first bytes of a file show. Null if none.
 const char *encodingOf(const QByteArray &bytes)
@@ -54,7 +57,7 @@ QString notUtf8(const QString &path, const char *encoding, int byte)
                                       "iconv -f %3 -t UTF-8%4");
     // What shows no mark comes from an older system, nearly always in this encoding.
     const QString from = QLatin1String(encoding ? encoding : "WINDOWS-1252");
-    return words.arg(encoding ? from + QLatin1String(", ") : QString())
+    return words.arg(encoding ? from + ", "_L1 : QString())
         .arg(byte)
         .arg(from, path == Host::standardStream ? QString() : u' ' + Host::quotedForShell(path));
 }
@@ -76,7 +79,7 @@ bool writeAll(QFileDevice *file, const QByteArray &bytes)
 
 bool Host::fail(const QString &path, const QString &reason, QString *error)
 {
-    *error = QDir::toNativeSeparators(path) + QLatin1String(": ") + reason;
+    *error = QDir::toNativeSeparators(path) + ": "_L1 + reason;
     return false;
 }
 

@@ -8,6 +8,7 @@
 #include "host/pdf.h"
 #include "host/records.h"
 #include "host/titlepage.h"
+#include "model/literals_p.h"
 
 #include <QtCore/QBuffer>
 #include <QtGui/QTextCursor>
@@ -19,10 +20,12 @@
 
 namespace {
 
+using Zem::operator""_L1;
+
 /// The title page is the first paragraph, so no more is read.
 QString titleOf(const Host::Work &work)
 {
-    const QString titlePage = work.text.left(work.text.indexOf(QLatin1String("\n\n")));
+    const QString titlePage = work.text.left(work.text.indexOf("\n\n"_L1));
     const QString title = Host::titleOf(Host::read(titlePage));
     return title.isEmpty() ? work.name : title;
 }
@@ -78,10 +81,10 @@ QByteArray makeTxt(const Host::Work &work, QString *)
 }
 
 constexpr Host::Format formats[] = {
-    {QLatin1String("html"), false, makeHtml},
-    {QLatin1String("odt"), false, makeOdt},
-    {QLatin1String("pdf"), true, makePdf},
-    {QLatin1String("txt"), true, makeTxt},
+    {"html"_L1, false, makeHtml},
+    {"odt"_L1, false, makeOdt},
+    {"pdf"_L1, true, makePdf},
+    {"txt"_L1, true, makeTxt},
 };
 
 } // namespace
@@ -99,5 +102,5 @@ QString Host::formatNames()
     QStringList names;
     for (const Format &format : formats)
         names.append(format.name);
-    return names.join(QLatin1String(", "));
+    return names.join(", "_L1);
 }

@@ -4,6 +4,7 @@
 #include "host/options.h"
 
 #include "host/pdf.h"
+#include "model/literals_p.h"
 
 #include <QtCore/QCommandLineParser>
 
@@ -11,6 +12,8 @@
 #include <iterator>
 
 namespace {
+
+using Zem::operator""_L1;
 
 struct CommandRow
 {
@@ -21,17 +24,16 @@ struct CommandRow
 };
 
 constexpr CommandRow commands[] = {
-    {Host::Options::Import, QLatin1String("import"), QLatin1String("SCRIPT [OUT]"),
-     QLatin1String("Takes a script to rich text or pages."), 1, 2, QLatin1String("to paper plain")},
-    {Host::Options::Export, QLatin1String("export"), QLatin1String("RICHTEXT [OUT]"),
-     QLatin1String("Takes .html as import writes it back to a script."), 1, 2,
-     QLatin1String("plain")},
-    {Host::Options::Elements, QLatin1String("elements"), QLatin1String("SCRIPT"),
-     QLatin1String("Lists what the library's parser makes of a script."), 1, 1, QLatin1String()},
-    {Host::Options::Edit, QLatin1String("edit"), QLatin1String("[SCRIPT]"),
-     QLatin1String("Opens a window to write in."), 0, 1, QLatin1String()},
-    {Host::Options::Tell, QLatin1String("help"), QLatin1String("[COMMAND]"),
-     QLatin1String("Tells how a command is used."), 0, 1, QLatin1String()},
+    {Host::Options::Import, "import"_L1, "SCRIPT [OUT]"_L1,
+     "Takes a script to rich text or pages."_L1, 1, 2, "to paper plain"_L1},
+    {Host::Options::Export, "export"_L1, "RICHTEXT [OUT]"_L1,
+     "Takes .html as import writes it back to a script."_L1, 1, 2, "plain"_L1},
+    {Host::Options::Elements, "elements"_L1, "SCRIPT"_L1,
+     "Lists what the library's parser makes of a script."_L1, 1, 1, QLatin1String()},
+    {Host::Options::Edit, "edit"_L1, "[SCRIPT]"_L1, "Opens a window to write in."_L1, 0, 1,
+     QLatin1String()},
+    {Host::Options::Tell, "help"_L1, "[COMMAND]"_L1, "Tells how a command is used."_L1, 0, 1,
+     QLatin1String()},
 };
 
 const CommandRow *commandOf(const QString &name)
@@ -60,14 +62,14 @@ void prepare(QCommandLineParser *line, const CommandRow *row)
     line->addVersionOption();
     QString list = QStringLiteral("Fountain screenplays to rich text and pages, and back.\n\n");
     for (const CommandRow &c : commands) {
-        const QString use = c.name + QLatin1String(" ") + c.files;
-        list += QLatin1String("  ") + use.leftJustified(22) + c.text + u'\n';
+        const QString use = c.name + " "_L1 + c.files;
+        list += "  "_L1 + use.leftJustified(22) + c.text + u'\n';
         if (row == &c)
             line->addPositionalArgument(c.name, c.text, use);
     }
     if (row)
         return;
-    list += QLatin1String("\n- is standard input or output; an OUT left out is standard output.");
+    list += "\n- is standard input or output; an OUT left out is standard output."_L1;
     line->setApplicationDescription(list);
     line->addPositionalArgument(QStringLiteral("command"), QStringLiteral("As above."),
                                 QStringLiteral("COMMAND FILES"));
@@ -75,7 +77,7 @@ void prepare(QCommandLineParser *line, const CommandRow *row)
 
 bool refuse(const QString &words, QString *error)
 {
-    *error = words + QLatin1String("; see zemscript help");
+    *error = words + "; see zemscript help"_L1;
     return false;
 }
 
@@ -83,20 +85,19 @@ bool refuse(const QString &words, QString *error)
 bool takeValues(const QCommandLineParser &line, Host::Options *options, QString *error)
 {
     const QStringList set = line.optionNames();
-    options->plain = set.contains(QLatin1String("plain"));
+    options->plain = set.contains("plain"_L1);
     options->paper = Host::customaryPaper();
-    if (set.contains(QLatin1String("to"))) {
+    if (set.contains("to"_L1)) {
         const QString name = line.value(QStringLiteral("to"));
         options->to = Host::formatOf(name);
         if (!options->to)
-            return refuse(name + QLatin1String(": unknown format; known: ") + Host::formatNames(),
-                          error);
+            return refuse(name + ": unknown format; known: "_L1 + Host::formatNames(), error);
     }
-    if (set.contains(QLatin1String("paper"))) {
+    if (set.contains("paper"_L1)) {
         const QString name = line.value(QStringLiteral("paper"));
-        options->paper = name == QLatin1String("a4") ? QPageSize::A4 : QPageSize::Letter;
-        if (options->paper == QPageSize::Letter && name != QLatin1String("letter"))
-            return refuse(name + QLatin1String(": unknown paper; known: letter, a4"), error);
+        options->paper = name == "a4"_L1 ? QPageSize::A4 : QPageSize::Letter;
+        if (options->paper == QPageSize::Letter && name != "letter"_L1)
+            return refuse(name + ": unknown paper; known: letter, a4"_L1, error);
     }
     return true;
 }
@@ -114,13 +115,13 @@ bool Host::parse(const QStringList &arguments, Options *options, QString *error)
         return true;
     }
     QStringList words = any.positionalArguments();
-    const bool help = any.isSet(QStringLiteral("help")) || words.value(0) == QLatin1String("help");
-    if (words.value(0) == QLatin1String("help"))
+    const bool help = any.isSet(QStringLiteral("help")) || words.value(0) == "help"_L1;
+    if (words.value(0) == "help"_L1)
         words.removeFirst();
     const CommandRow *const row = commandOf(words.value(0));
     if (!row && !(help && words.isEmpty()))
         return refuse(words.isEmpty() ? QStringLiteral("no command given")
-                                      : words.first() + QLatin1String(": no such command"),
+                                      : words.first() + ": no such command"_L1,
                       error);
     // By itself, a command knows its own options only.
     QCommandLineParser own;
@@ -130,10 +131,10 @@ bool Host::parse(const QStringList &arguments, Options *options, QString *error)
         return true;
     }
     if (!own.parse(arguments))
-        return refuse(row->name + QLatin1String(": ") + own.errorText().remove(u'.'), error);
+        return refuse(row->name + ": "_L1 + own.errorText().remove(u'.'), error);
     options->command = row->command;
     options->paths = words.mid(1);
     if (options->paths.size() < row->least || options->paths.size() > row->most)
-        return refuse(row->name + QLatin1String(": takes ") + row->files, error);
+        return refuse(row->name + ": takes "_L1 + row->files, error);
     return takeValues(own, options, error);
 }

@@ -4,11 +4,14 @@
 #include "host/titlepage.h"
 
 #include "host/lines.h"
+#include "model/literals_p.h"
 
 #include <algorithm>
 #include <iterator>
 
 namespace {
+
+using Zem::operator""_L1;
 
 using Host::Line;
 using Host::pageRows;
@@ -35,11 +38,10 @@ struct Key
 
 // In their customary order. The last stands for every other key.
 constexpr Key keys[] = {
-    {QLatin1String("Title"), Head, 0},   {QLatin1String("Credit"), Head, 3},
-    {QLatin1String("Author"), Head, 1},  {QLatin1String("Source"), Head, 3},
-    {QLatin1String("Notes"), Left, 1},   {QLatin1String("Draft"), Right, 1},
-    {QLatin1String("Date"), Right, 1},   {QLatin1String("Copyright"), Right, 1},
-    {QLatin1String("Contact"), Left, 1}, {QLatin1String(""), Left, 1},
+    {"Title"_L1, Head, 0},  {"Credit"_L1, Head, 3},     {"Author"_L1, Head, 1},
+    {"Source"_L1, Head, 3}, {"Notes"_L1, Left, 1},      {"Draft"_L1, Right, 1},
+    {"Date"_L1, Right, 1},  {"Copyright"_L1, Right, 1}, {"Contact"_L1, Left, 1},
+    {""_L1, Left, 1},
 };
 
 /// The index in keys of the entry called \a key.
