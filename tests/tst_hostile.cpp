@@ -24,7 +24,8 @@
 #if defined(__GLIBC__) && !defined(__SANITIZE_ADDRESS__)
 #define COUNTS_MEMORY 1
 extern "C" {
-void *__libc_malloc(size_t size);
+void *__libc_malloc(size_t size); // NOLINT(bugprone-reserved-identifier)
+// NOLINTNEXTLINE(bugprone-reserved-identifier)
 void *__libc_realloc(void *memory, size_t size);
 }
 #endif

@@ -47,7 +47,7 @@ const LookupRow lookupRows[] = {
 };
 // clang-format on
 
-Base base = none;
+Base baseInForce = none;
 QStringList asked;
 int askedBlocks = 0;
 
@@ -72,7 +72,7 @@ Q_DECLARE_METATYPE(Base)
 ZEMScriptElement ZEMScriptElement::find(const QList<ZEMScriptElement> &, const QString &name)
 {
     asked += name;
-    return base(name, int(asked.size()));
+    return baseInForce(name, int(asked.size()));
 }
 
 ZEMScriptElement ZEMScriptElement::find(const QList<ZEMScriptElement> &, const QTextBlock &block)
@@ -97,7 +97,7 @@ private Q_SLOTS:
     void lookupsOfAnImport()
     {
         QFETCH(Base, base);
-        ::base = base;
+        baseInForce = base;
         asked.clear();
         check(rendered);
     }

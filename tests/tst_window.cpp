@@ -281,7 +281,7 @@ private Q_SLOTS:
         QVERIFY(other.open(path(), &error));
         type(s("a"));
         QTest::keyClicks(other.findChild<Host::ScriptEditor *>(), s("b"));
-        const auto count = [this] { return int(copies().entryList({s("*.copy")}).size()); };
+        const auto count = [] { return int(copies().entryList({s("*.copy")}).size()); };
         QTRY_COMPARE_WITH_TIMEOUT(count(), 2, 10000);
         QCOMPARE(Host::Recovery::leftBehind(), QStringList()); // Both live.
         answerNext(QMessageBox::Discard);
