@@ -82,7 +82,8 @@ public:
     explicit QFnFastParser(QObject *parent);
     ~QFnFastParser() override;
 
-    // The parse as a whole
+    /// \name The parse as a whole
+    /// @{
 
     /// Parses \a text into document and returns true, whatever the text holds.
     ///
@@ -98,8 +99,10 @@ public:
     /// Goes back to the start of buffer, in state Idle, and clears document. tokenStart,
     /// currentElement and currentToken are left alone.
     void initParser();
+    /// @}
 
-    // The element under construction
+    /// \name The element under construction
+    /// @{
 
     /// Stores currentElement if \a newState ends a stretch of text: it is stored when state is not
     /// Idle and its text is not empty. Then enters \a newState and gives currentElement the type of
@@ -113,16 +116,20 @@ public:
     /// Stores a copy of currentElement, with an empty text too, and clears currentElement. state
     /// does not change, so a caller that goes on with the same kind has to set the type again.
     void appendCurrentElement();
+    /// @}
 
-    // The title page
+    /// \name The title page
+    /// @{
 
     /// Adds an entry to the title page of document. An older entry with the same key stays.
     void appendTitlePageElement(QString key, QString value);
 
     /// Whether \a key is a word that opens a title-page entry, in upper case and exactly.
     static bool isTitlePageKey(QString key);
+    /// @}
 
-    // Characters and tokens
+    /// \name Characters and tokens
+    /// @{
 
     /// Moves position on by one, also past the end, and gives the character there. At and past the
     /// end of buffer that is the end-of-input character, 65535.
@@ -146,8 +153,10 @@ public:
     /// the open text of currentElement, and the text around it stays one line. One that is not
     /// closed takes all the rest of the text. A character 65535 in the text reads as its end.
     QFnToken nextToken();
+    /// @}
 
-    // Tests of a line
+    /// \name Tests of a line
+    /// @{
 
     /// Whether \a text opens a scene heading: a keyword in any case ("INT", "EXT", "EST", "I/E",
     /// "INT/EXT", "INT./EXT"), or a dot with a letter or digit behind it.
@@ -160,8 +169,10 @@ public:
 
     /// Whether the line ends in two Space tokens, which keeps capitals from being a cue.
     bool endsWithDblSpace(QList<QFnToken> *tokens) const;
+    /// @}
 
-    // Parsers for the text of a line
+    /// \name Parsers for the text of a line
+    /// @{
 
     /// Moves the line into currentElement. Runs of emphasis marks cut it into one element for each
     /// styled stretch, and notes become elements of their own. The last stretch stays open.
@@ -206,6 +217,7 @@ public:
     /// Stores the line as a SectionHeading. The "#" at its front give the depth. A line of
     /// marks alone stores nothing, and leaves its depth to the next element that is stored.
     void parseSectionHeading(QList<QFnToken> *tokens);
+    /// @}
 
     QString buffer;        ///< The whole text. Empty after construction.
     QFnDocument *document; ///< The result. A child of this parser, and valid as long as it lives.
