@@ -56,6 +56,9 @@ public:
 /// with nothing between them; a heading loses its keyword ("INT. HOUSE" gives "HOUSE"); and
 /// emphasis and notes count in action, synopses and transitions only.
 ///
+/// Capitals are what QString::toUpper() makes of a line. It differs in one point: Qt 6 gives
+/// capitals to a letter behind half of a surrogate pair, and Qt 5 does not.
+///
 /// Used by one thread at a time. The cost grows with the length of the text and nothing else.
 class ZEMFOUNTAIN_EXPORT QFnFastParser : public QObject
 {
