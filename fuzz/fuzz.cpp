@@ -176,8 +176,10 @@ void checkWritten(const QByteArray &bytes, const QStringList &texts, const char 
 {
     constexpr int marksOfForm = 8; // the most that stand around one text
     const auto isMark = [marks](char c) { return c && std::strchr(marks, c); };
-    const QByteArray guarded = 'x' + bytes; // in front, QString takes off a byte order mark
-    require(QString::fromUtf8(guarded).toUtf8() == guarded, "what is written is UTF-8");
+    // In front QString takes off a byte order mark, and without a size Qt 5 stops at a zero.
+    const QByteArray guarded = 'x' + bytes;
+    require(QString::fromUtf8(guarded.constData(), int(guarded.size())).toUtf8() == guarded,
+            "what is written is UTF-8");
 
     int at = 0;
     int textSize = 0;

@@ -28,8 +28,8 @@ public:
     explicit Reading(const QString &text);
 
     QMultiHash<QString, QString> titlePage; ///< As it must be.
-    QStringList words;                      ///< The words, marks aside, that must come out in order.
-    QString characters;                     ///< All that must come out, the order aside.
+    QStringList words;  ///< The words, marks aside, that must come out in order.
+    QString characters; ///< All that must come out, the order aside.
 
 private:
     void readEntry();
