@@ -22,13 +22,6 @@ struct Row
     std::u16string_view input, expected;
 };
 
-/// A case of a test that says yes or no, named by its input.
-struct YesNoRow
-{
-    std::u16string_view input;
-    bool expected;
-};
-
 inline QString textOf(std::u16string_view text)
 {
     return operator""_s(text.data(), text.size());
@@ -41,16 +34,6 @@ void addRows(const Row (&rows)[count])
     QTest::addColumn<QString>("expected");
     for (const Row &row : rows)
         QTest::newRow(row.name) << textOf(row.input) << textOf(row.expected);
-}
-
-template<size_t count>
-void addRows(const YesNoRow (&rows)[count])
-{
-    QTest::addColumn<QString>("input");
-    QTest::addColumn<bool>("expected");
-    for (const YesNoRow &row : rows)
-        QTest::newRow(qUtf8Printable(u'\'' + textOf(row.input) + u'\''))
-            << textOf(row.input) << row.expected;
 }
 
 /// Compares what \a function makes of the input of a row with what it is to be.
