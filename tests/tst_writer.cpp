@@ -42,26 +42,32 @@ const Row styleRows[] = {
 };
 // clang-format on
 
+/// A writer and what it wrote.
+struct Output
+{
+    Output() { buffer.open(QIODevice::WriteOnly); }
+
+    QBuffer buffer;
+    QFnWriter writer{&buffer};
+};
+
 QString written(const QString &lines)
 {
     QFnDocument document(nullptr);
     appendElements(lines, &document);
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    QFnWriter writer(&buffer);
-    return writer.write(&document) ? QString::fromUtf8(buffer.data()) : u"failed"_s;
+    Output output;
+    return output.writer.write(&document) ? QString::fromUtf8(output.buffer.data()) : u"failed"_s;
 }
 
 QString styled(const QString &lines)
 {
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    QFnWriter writer(&buffer);
+    Output output;
     for (const QString &line : lines.split(u'\n')) {
         const QFnElement element = elementOf(line);
-        line == u"end"_s ? writer.finalizeLastElementStyle() : writer.writeElementText(&element);
+        line == u"end"_s ? output.writer.finalizeLastElementStyle()
+                         : output.writer.writeElementText(&element);
     }
-    return QString::fromUtf8(buffer.data());
+    return QString::fromUtf8(output.buffer.data());
 }
 
 } // namespace
@@ -82,14 +88,14 @@ private Q_SLOTS:
         document.titlePage.insert(u"Title"_s, u"A"_s);
         appendElements(u"SceneHeading||a\n||b"_s, &document);
         document.elements.first()->sceneNumber = u"1"_s;
-        QBuffer buffer;
-        buffer.open(QIODevice::WriteOnly);
-        QFnWriter writer(&buffer);
-        QVERIFY(writer.device == &buffer && !writer.document && writer.errorString.isEmpty());
+        Output output;
+        QFnWriter &writer = output.writer;
+        QVERIFY(writer.device == &output.buffer && !writer.document
+                && writer.errorString.isEmpty());
         writer.style.bold = true; // the walk closes what stands open
         QVERIFY(writer.write(&document));
         QVERIFY(!writer.document && !writer.write(nullptr) && !writer.writeDocument());
-        QCOMPARE(buffer.data(), QByteArray("**\n.a\nb"));
+        QCOMPARE(output.buffer.data(), QByteArray("**\n.a\nb"));
     }
 
     void fileIsWritten()
@@ -106,6 +112,7 @@ private Q_SLOTS:
         QVERIFY(!writer.device && writer.errorString == error);
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(file.readAll(), QByteArray("\n\xC3\xA9"));
+        QVERIFY(writer.writeFile(u"/dev/full"_s, &document)); // a full disk is not noticed
         QVERIFY(!writer.writeFile(file.fileName(), nullptr));
         QCOMPARE(file.size(), 0);
     }
