@@ -12,32 +12,35 @@
 #include <QtGui/QTextBlock>
 #include <QtGui/QTextDocument>
 
-#include <algorithm>
-#include <iterator>
-
 // Compares formats by property, each a letter with its value: "a4 w75 i1 u1".
+
+template<typename Type>
+QVariant valueOf(int number)
+{
+    return Type(number);
+}
 
 struct FormatLetter
 {
     char16_t letter;
     int property;
-    QMetaType::Type type;
+    QVariant (*value)(int number);
 };
 
 // Two letters for one property are values of two types.
 constexpr FormatLetter formatLetters[] = {
-    {u'a', QTextFormat::BlockAlignment, QMetaType::Int},
-    {u'A', QTextFormat::BlockAlignment, QMetaType::Double},
-    {u'm', QTextFormat::BlockLeftMargin, QMetaType::Double},
-    {u'w', QTextFormat::FontWeight, QMetaType::Int},
-    {u'i', QTextFormat::FontItalic, QMetaType::Bool},
-    {u'u', QTextFormat::TextUnderlineStyle, QMetaType::Int},
+    {u'a', QTextFormat::BlockAlignment, valueOf<int>},
+    {u'A', QTextFormat::BlockAlignment, valueOf<double>},
+    {u'm', QTextFormat::BlockLeftMargin, valueOf<double>},
+    {u'w', QTextFormat::FontWeight, valueOf<int>},
+    {u'i', QTextFormat::FontItalic, valueOf<bool>},
+    {u'u', QTextFormat::TextUnderlineStyle, valueOf<int>},
 };
 
 /// What a weight is above the one of tables, where bold is 75 in each version of Qt.
 inline int weightShift(const FormatLetter &row, int number)
 {
-    return row.property == QTextFormat::FontWeight && number != 0 ? QFont::Bold - 75 : 0;
+    return row.letter == u'w' && number != 0 ? QFont::Bold - 75 : 0;
 }
 
 inline QString dump(const QTextFormat &format)
@@ -45,9 +48,9 @@ inline QString dump(const QTextFormat &format)
     QStringList parts;
     for (const FormatLetter &row : formatLetters) {
         const QVariant value = format.property(row.property);
-        if (value.userType() == row.type)
-            parts += QChar(row.letter)
-                     + QString::number(value.toInt() - weightShift(row, value.toInt()));
+        const int number = value.toInt() - weightShift(row, value.toInt());
+        if (value.userType() == row.value(0).userType())
+            parts += QChar(row.letter) + QString::number(number);
     }
     return parts.size() == format.propertyCount() ? parts.join(u' ') : u"other properties"_s;
 }
@@ -67,25 +70,21 @@ inline QString dump(const QTextDocument &document)
     return lines.join(u'\n');
 }
 
-/// The record that a line "name formats" tells.
+/// The record that a line "name=formats" tells.
 inline ZEMScriptElement recordOf(const QString &line)
 {
     ZEMScriptElement record;
-    QStringList parts = line.split(u' ');
-    record.name = parts.takeFirst();
-    for (const QString &part : qAsConst(parts)) {
-        const auto row =
-            std::find_if(std::begin(formatLetters), std::end(formatLetters),
-                         [&](const FormatLetter &r) { return part.at(0) == r.letter; });
+    record.name = line.section(u'=', 0, 0);
+    for (const QString &part : line.section(u'=', 1).split(u' ', Qt::SkipEmptyParts)) {
         const int number = part.mid(1).toInt();
-        const QVariant value = row->type == QMetaType::Double ? QVariant(double(number))
-                               : row->type == QMetaType::Bool
-                                   ? QVariant(number != 0)
-                                   : QVariant(number + weightShift(*row, number));
-        if (row->property < QTextFormat::FirstFontProperty)
-            record.blockFormat.setProperty(row->property, value);
-        else
-            record.charFormat.setProperty(row->property, value);
+        for (const FormatLetter &row : formatLetters) {
+            if (part.at(0) != row.letter)
+                continue;
+            QTextFormat *format = &record.charFormat;
+            if (row.property < QTextFormat::FirstFontProperty)
+                format = &record.blockFormat;
+            format->setProperty(row.property, row.value(number + weightShift(row, number)));
+        }
     }
     return record;
 }

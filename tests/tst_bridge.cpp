@@ -16,9 +16,7 @@ namespace {
 /// A record found by the block has no blank in its name, one found by the type has.
 QList<ZEMScriptElement> records()
 {
-    auto list = recordsOf(u"Character a2 w25 i1|Dialogue u2|SceneHeading a8 w0|x a8 u3"_s);
-    list.last().name = u"Scene Heading"_s;
-    return list;
+    return recordsOf(u"Character=a2 w25 i1|Dialogue=u2|SceneHeading=a8 w0|Scene Heading=a8 u3"_s);
 }
 
 /// The blocks that the elements give.
@@ -50,19 +48,11 @@ QString exportedText(const QString &formats)
     return exported(document, {});
 }
 
-/// A record for each type, told by its margin, under the names that both roads look for.
-QList<ZEMScriptElement> recordOfEachType()
-{
-    QList<ZEMScriptElement> list;
-    for (int type = QFnElement::Action; type <= QFnElement::General; ++type) {
-        const QString name = QFnElement::toString(QFnElement::Type(type));
-        for (const QString &sought : {QString(name).remove(u' '), name}) {
-            list += recordOf(u"x m"_s + QString::number(type));
-            list.last().name = sought;
-        }
-    }
-    return list;
-}
+// A record for each type, told by its margin, under the names that both roads look for.
+const QString recordOfEachType =
+    u"Action=m1|Boneyard=m2|Character=m3|Notes=m4|Dialogue=m5|PageBreak=m6|Parenthetical=m7|"
+    "SceneHeading=m8|Scene Heading=m8|SectionHeading=m9|Section Heading=m9|Synopsis=m10|"
+    "Transition=m11|General=m12"_s;
 
 QString parsed(const QString &text)
 {
@@ -76,7 +66,7 @@ QString parsed(const QString &text)
 QString comeBack(const QString &script)
 {
     QTextDocument document;
-    QList<ZEMScriptElement> list = recordOfEachType();
+    QList<ZEMScriptElement> list = recordsOf(recordOfEachType);
     ZemFountain::parseText(script, &document, &list, nullptr);
 
     const QTemporaryDir dir;
@@ -101,11 +91,11 @@ const Row renderRows[] = {
 };
 
 const Row exportRows[] = {
-    {"weight 74 is not bold", u" a4 w74", u"Undefined|c|x"},
-    {"weight 75 is bold", u" i0 u0 w75", u"Undefined|b|x"},
-    {"any underline counts", u" i1 u6 w99", u"Undefined|biu|x"},
-    {"centred among other flags", u" a132", u"Undefined|c|x"},
-    {"right and justified are left", u" a10", u"Undefined||x"},
+    {"weight 74 is not bold", u"=a4 w74", u"Undefined|c|x"},
+    {"weight 75 is bold", u"=i0 u0 w75", u"Undefined|b|x"},
+    {"any underline counts", u"=i1 u6 w99", u"Undefined|biu|x"},
+    {"centred among other flags", u"=a132", u"Undefined|c|x"},
+    {"right and justified are left", u"=a10", u"Undefined||x"},
 };
 
 // A row for each line of the table "What survives the road back" in docs/developers.md.
@@ -212,8 +202,8 @@ private Q_SLOTS:
         ZemFountain::parseText(u".c\n\nA\nb\n"_s, &document, &list, nullptr);
         QTextCursor cursor(&document);
         cursor.movePosition(QTextCursor::EndOfBlock);
-        cursor.insertText(u"d"_s, recordOf(u" w75"_s).charFormat);
-        cursor.setBlockCharFormat(recordOf(u" w0 u3"_s).charFormat);
+        cursor.insertText(u"d"_s, recordOf(u"=w75"_s).charFormat);
+        cursor.setBlockCharFormat(recordOf(u"=w0 u3"_s).charFormat);
         QCOMPARE(exported(document, list), u"Scene Heading|u|c\nScene Heading|b|d\nCharacter|i|A\n"
                                            u"Dialogue|u|b\nUndefined||"_s);
         list.removeAt(2); // the record that is left has no type

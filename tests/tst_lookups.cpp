@@ -38,12 +38,12 @@ QString rendered(const QString &input)
 
 // clang-format off
 const Row lookupRows[] = {
-    {"each change of the name", u"Action m1|Notes m2|Action m3\nAction\nAction|b|x\nNotes\nNotes\nAction", u"1 1 2 2 3, Action Notes Action"},
+    {"each change of the name", u"Action=m1|Notes=m2|Action=m3\nAction\nAction|b|x\nNotes\nNotes\nAction", u"1 1 2 2 3, Action Notes Action"},
     {"again behind a failed one", u"\nNotes\nNotes\nAction", u"0 0 0, Notes Notes Action"},
-    {"none for a nameless type at first", u"Action m1\n13\n-1\nAction\n13\n-1", u"0 0 1 0 0, Action "},
-    {"empty name that is answered", u"Action m1|Nameless m9|Nameless m8\n13\nAction\n13\n13", u"0 1 9 8, Action  "},
-    {"record under another name", u"Other m1|Other m2|Other m3\nAction\nAction\nAction", u"1 2 3, Action Action Action"},
-    {"record without a name is not merged", u" m5| m5\nAction\nAction", u"0 0, Action Action"},
+    {"none for a nameless type at first", u"Action=m1\n13\n-1\nAction\n13\n-1", u"0 0 1 0 0, Action "},
+    {"empty name that is answered", u"Action=m1|Nameless=m9|Nameless=m8\n13\nAction\n13\n13", u"0 1 9 8, Action  "},
+    {"record under another name", u"Other=m1|Other=m2|Other=m3\nAction\nAction\nAction", u"1 2 3, Action Action Action"},
+    {"record without a name is not merged", u"=m5|=m5\nAction\nAction", u"0 0, Action Action"},
 };
 // clang-format on
 
@@ -72,7 +72,7 @@ private Q_SLOTS:
     void lookupForEachBlockOfAnExport()
     {
         QTextDocument document(u"Nx\n\nx"_s);
-        QTextCursor(&document).insertText(u"N"_s, recordOf(u" w75"_s).charFormat);
+        QTextCursor(&document).insertText(u"N"_s, recordOf(u"=w75"_s).charFormat);
         QFnDocument target(nullptr);
         ZemFountain::toFountainDocument(document, {}, &target, nullptr);
         QCOMPARE(askedBlocks, 3);
