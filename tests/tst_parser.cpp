@@ -207,6 +207,7 @@ const Row stepRows[] = {
     {"what is stored leaves the state", u"state 2\nstoreOpen\naction a\nstate 2\nstoreOpen\ncentred b", u"Action||\nUndefined||a\nAction||\n2 Action|c|b"},
     {"the same state closes text, Idle does not", u"open a\nstate 2\nstate 2\nopen b\nstate 0\nopen c\nstate 9", u"Action||a\nAction||b\n9 Notes||c"},
     {"dialogue from Idle takes the open text", u"open z\ndialogue a (b) c", u"Dialogue||za \nParenthetical||b\nDialogue|| c\n3 Dialogue||"},
+    {"dialogue goes on in an open element", u"state 3\nopen z\ndialogue a", u"Dialogue||za\n3 Dialogue||"},
     {"dialogue closes action", u"state 2\nopen z\ndialogue a", u"Action||z\nDialogue||a\n3 Dialogue||"},
     {"action closes dialogue", u"state 3\nopen z\naction a\tb", u"Dialogue||z\n2 Action||a    b"},
     {"action goes on, centred action does not", u"action a\naction  b \ncentred  c ", u"Action||a b \n2 Action|c|c"},
