@@ -12,6 +12,7 @@
 #include "formats.h"
 
 #include <QtCore/QBuffer>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QThread>
 #include <QtGui/QTextBlock>
@@ -46,12 +47,8 @@ QByteArray contents(const QString &path)
 /// The elements that have text.
 QString textsOf(const QFnDocument &document)
 {
-    QStringList lines;
-    for (const QFnElement *element : document.elements) {
-        if (!element->text.isEmpty())
-            lines += dump(*element);
-    }
-    return lines.join(u'\n');
+    const QRegularExpression withText(u"[^|]$"_s);
+    return dump(document).split(u'\n').filter(withText).join(u'\n');
 }
 
 } // namespace
