@@ -172,11 +172,9 @@ private Q_SLOTS:
     {
         // Qt lays a block out anew at each insertion into it.
         QTextDocument richText;
-        int insertions = 0;
-        connect(&richText, &QTextDocument::contentsChange, this, [&] { ++insertions; });
         ZemFountain::parseText(u"Title: a\n"_s.repeated(100) + u'\n', &richText, nullptr, nullptr);
         QCOMPARE(richText.firstBlock().text(), u"Title:a"_s.repeated(100));
-        QVERIFY2(insertions < 10, qPrintable(QString::number(insertions)));
+        QVERIFY2(richText.revision() < 10, qPrintable(QString::number(richText.revision())));
     }
 
     void parsingText()
