@@ -4,9 +4,9 @@
 #include "host/formats.h"
 
 #include "bridge/ZemFountain.h"
-#include "host/importing.h"
 #include "host/pdf.h"
 #include "host/records.h"
+#include "host/richtext.h"
 #include "host/titlepage.h"
 #include "model/literals_p.h"
 

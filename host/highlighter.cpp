@@ -103,8 +103,8 @@ QVector<LookRanges> looksOf(const QVector<Host::Paragraph> &script, const QTextD
     QVector<LookRanges> looks(document.blockCount());
     for (const Host::Paragraph &paragraph : script) {
         const int ink = paragraph.titlePage ? titlePageInk : paragraph.type;
-        QTextBlock block = document.findBlockByNumber(paragraph.line);
-        for (int i = 0; i < paragraph.lineCount && block.isValid(); ++i, block = block.next())
+        QTextBlock block = document.findBlock(paragraph.start);
+        for (; block.isValid() && block.position() < paragraph.end; block = block.next())
             looks[block.blockNumber()] = {{0, block.length() - 1, ink | Mark}};
         for (const Host::Stretch &stretch : paragraph.stretches) {
             const int end = stretch.start + int(stretch.text.size());

@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 
 #include "bridge/ZemFountain.h"
-#include "host/exporting.h"
 #include "host/files.h"
 #include "host/listing.h"
 #include "host/options.h"
 #include "host/records.h"
+#include "host/richtext.h"
 #include "host/window.h"
 #include "model/qfndocument.h"
 #include "writer/qfnwriter.h"

@@ -113,11 +113,11 @@ QVector<Row> rowsOf(const QVector<Host::Paragraph> &script)
     bool behindCut = false;  // what stands above is not printed
     bool startsPage = false; // stands below the last row
     bool joined = false;     // no blank line has come since the last row
-    int end = -1;            // the line of the source behind the last paragraph
+    int end = -1;            // of the last paragraph in the source
     for (int i = 0; i < script.size(); ++i) {
         const Host::Paragraph &paragraph = script.at(i);
-        joined = joined && paragraph.line == end;
-        end = paragraph.line + paragraph.lineCount;
+        joined = joined && paragraph.start == end;
+        end = paragraph.end;
         startsPage = startsPage || paragraph.type == QFnElement::PageBreak;
         const bool blank = paragraph.type == QFnElement::Action && paragraph.text().isEmpty();
         // Blank lines on both sides of what is not printed would add up.

@@ -3,8 +3,8 @@
 
 #include "host/pagesview.h"
 
-#include "host/importing.h"
 #include "host/records.h"
+#include "host/richtext.h"
 
 #include <QtGui/QTextBlock>
 #include <QtWidgets/QScrollBar>

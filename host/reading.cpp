@@ -21,13 +21,42 @@ constexpr QLatin1String noteOpen = "[["_L1;
 constexpr QLatin1String noteClose = "]]"_L1;
 constexpr QLatin1String commentOpen = "/*"_L1;
 constexpr QLatin1String commentClose = "*/"_L1;
-constexpr QLatin1String pageBreakMark = "==="_L1;
-constexpr QChar lineEnd = QLatin1Char('\n');
 constexpr QLatin1String emphasis[] = {"_"_L1, "*"_L1, "**"_L1}; // in the order of opening
+using Flag = bool Stretch::*;
+constexpr Flag flags[] = {&Stretch::underline, &Stretch::italic, &Stretch::bold};
+static_assert(std::size(emphasis) == std::size(flags), "a flag for every mark");
+
+/// The mark in front of a paragraph that tells its kind.
+struct KindMark
+{
+    QFnElement::Type type;
+    QChar mark;
+    bool repeats;    ///< Its number is the depth.
+    bool takesBlank; ///< A blank behind it is not of the text.
+    bool always;     ///< No text has the kind without the mark.
+};
+constexpr KindMark kindMarks[] = {
+    {QFnElement::Action, u'!', false, false, false},
+    {QFnElement::SceneHeading, u'.', false, false, false},
+    {QFnElement::Transition, u'>', false, true, false},
+    {QFnElement::SectionHeading, u'#', true, true, true},
+    {QFnElement::Synopsis, u'=', false, true, true},
+};
+
+// These stand for each letter of a note and of a comment while a script is read. Qt takes them for
+// marks of its own, so no script that goes through rich text has them.
+constexpr QChar noteMask = u'\uFDD0';
+constexpr QChar commentMask = u'\uFDD1';
+constexpr QChar endOfInput = u'\uFFFF'; // to the library, wherever it stands
+
+bool isMask(QChar c)
+{
+    return c == noteMask || c == commentMask;
+}
 
 bool isBlank(QChar c)
 {
-    return c == QLatin1Char(' ') || c == QLatin1Char('\t');
+    return c == u' ' || c == u'\t';
 }
 
 bool isBlank(QStringView text)
@@ -35,115 +64,115 @@ bool isBlank(QStringView text)
     return std::all_of(text.begin(), text.end(), [](QChar c) { return isBlank(c); });
 }
 
-/// A note or comment in the source, its marks included.
-struct Span
+/// The \a source with masks in the place of its notes and comments, marks and line ends included. A
+/// note that is open at a blank line is none; a comment without an end takes the rest of the
+/// script, as in the library.
+QString masked(const QString &source)
 {
-    int start, end;
-    Stretch::Kind kind;
-};
-
-/// Finds a mark from ever later places. What was found is remembered, so that all calls together
-/// go through the text once.
-class Finder
-{
-public:
-    Finder(const QString &text, QLatin1String mark)
-        : m_text(text)
-        , m_mark(mark)
-    {}
-
-    /// The index of the first mark from \a from on, or the size of the text.
-    int next(int from)
-    {
-        if (m_found < from) {
-            m_found = int(m_text.indexOf(m_mark, from));
-            if (m_found < 0)
-                m_found = int(m_text.size());
-        }
-        return m_found;
-    }
-
-private:
-    const QString &m_text;
-    QLatin1String m_mark;
-    int m_found = -1;
-};
-
-/// The notes and comments of a script. A note ends in front of a blank line if it has no closing
-/// mark, and is none then; a comment without one takes the rest of the script, as in the library.
-QVector<Span> findSpans(const QString &source)
-{
-    QVector<Span> spans;
-    Finder notes(source, noteOpen);
-    Finder noteEnds(source, noteClose);
-    Finder comments(source, commentOpen);
-    Finder commentEnds(source, commentClose);
-    Finder blankLines(source, "\n\n"_L1);
-    const int size = int(source.size());
+    QString text = source;
+    const int size = int(text.size());
+    std::replace_if(
+        text.begin(), text.end(), [](QChar c) { return isMask(c) || c == endOfInput; }, u'-');
+    // What was found is kept, so that the search for each mark goes through the text once.
+    const auto find = [&](QLatin1String mark, int from, int *found) {
+        if (*found < from)
+            *found = int(source.indexOf(mark, from));
+        return *found = *found < 0 ? size : *found;
+    };
+    int notes = -1, noteEnds = -1, comments = -1, commentEnds = -1, blankLines = -1;
     for (int at = 0; at < size;) {
-        const int note = notes.next(at);
-        const int comment = comments.next(at);
-        if (comment < note) {
-            const int close = commentEnds.next(comment + 2);
-            at = std::min(close + 2, size);
-            spans.append({comment, at, Stretch::Comment});
-        } else if (note < size) {
-            const int close = noteEnds.next(note + 2);
-            const bool closed = close < size && close < blankLines.next(note);
-            at = closed ? close + 2 : note + 2;
-            if (closed)
-                spans.append({note, at, Stretch::Note});
-        } else {
-            break;
-        }
+        const int note = find(noteOpen, at, &notes);
+        const int comment = find(commentOpen, at, &comments);
+        const bool isNote = note < comment;
+        const int start = std::min(note, comment);
+        at = std::min(size, start + 2);
+        const int close =
+            isNote ? find(noteClose, at, &noteEnds) : find(commentClose, at, &commentEnds);
+        if (start == size || (isNote && close >= find("\n\n"_L1, start, &blankLines)))
+            continue;
+        at = std::min(size, close + 2);
+        std::fill(text.begin() + start, text.begin() + at, isNote ? noteMask : commentMask);
     }
-    return spans;
+    return text;
 }
 
-/// A line of the source. SourceLine ends within a note or comment do not end it.
-struct SourceLine
+/// A masked line without its notes and comments: no blank stands behind one at its front, and one
+/// blank where two would meet around them.
+QString visible(QStringView line)
 {
-    int start, end;           ///< without its line end
-    int firstSpan, spanCount; ///< its notes and comments
-    int number, count;        ///< the first of its lines in the source, and how many it has
-    enum { Blank, Working, Text } content = Blank; ///< Working: notes and comments alone
-};
+    QString text;
+    for (int i = 0; i < line.size(); ++i) {
+        const bool isBesideBlank =
+            i > 0 && isMask(line.at(i - 1)) && (text.isEmpty() || isBlank(text.back()));
+        if (!isMask(line.at(i)) && !(isBesideBlank && isBlank(line.at(i))))
+            text += line.at(i);
+    }
+    return text;
+}
+
+Stretch::Kind stretchKind(QChar mask)
+{
+    return mask == noteMask      ? Stretch::Note
+           : mask == commentMask ? Stretch::Comment
+                                 : Stretch::Text;
+}
+
+const KindMark *kindMarkOf(QFnElement::Type type)
+{
+    const auto found = std::find_if(std::begin(kindMarks), std::end(kindMarks),
+                                    [type](const KindMark &mark) { return mark.type == type; });
+    return found == std::end(kindMarks) ? nullptr : found;
+}
 
 /// What the library takes a line for that opens a block, with a blank line or with text below it.
-QFnElement::Type kindOf(QString text, bool blankBelow, QFnFastParser *parser)
+QFnElement::Type kindOf(QString line, bool blankBelow, QFnFastParser *parser)
 {
-    // The library takes the key of a title page in any line, and U+FFFF for the end of the text.
-    parser->buffer = text;
+    // The library takes the key of a title page for one in any line.
+    parser->buffer = line;
     parser->initParser();
     if (QFnFastParser::isTitlePageKey(parser->nextToken().text.toUpper()))
-        text[0] = text.at(0).isUpper() ? QLatin1Char('X') : QLatin1Char('x');
-    text.replace(QChar(0xffff), QLatin1Char('-'));
-    parser->parse(text + (blankBelow ? "\n\n"_L1 : "\nx\n"_L1));
+        line[0] = line.at(0).isUpper() ? u'X' : u'x';
+    parser->parse(line + (blankBelow ? "\n\n"_L1 : "\nx\n"_L1));
     return parser->document->elements.first()->type;
 }
 
-/// What a mark of emphasis stands for: 0 underlined, 1 italic, 2 bold, -1 if the text is none.
-int styleOf(const QString &mark)
+bool isPageBreak(const QString &line)
 {
-    const auto found = std::find(std::begin(emphasis), std::end(emphasis), mark);
-    return found == std::end(emphasis) ? -1 : int(found - std::begin(emphasis));
+    return line.startsWith("==="_L1) && line.count(u'=') == line.trimmed().size();
 }
 
-/// Whether the text is in parentheses as a whole.
-bool isParenthetical(const QString &text)
+/// Whether the line is in parentheses as a whole.
+bool isParenthetical(const QString &line)
 {
-    const QString inner = text.trimmed();
+    const QString text = line.trimmed();
     int depth = 0;
-    for (int i = 0; i < inner.size(); ++i) {
-        if (inner.at(i) == QLatin1Char('('))
-            ++depth;
-        else if (inner.at(i) == QLatin1Char(')'))
-            --depth;
-        if (depth <= 0)
-            return i > 0 && i == inner.size() - 1 && depth == 0;
+    for (int i = 0; i < text.size() && (depth > 0 || i == 0); ++i) {
+        depth += text.at(i) == u'(' ? 1 : text.at(i) == u')' ? -1 : 0;
+        if (depth == 0)
+            return i > 0 && i == text.size() - 1;
     }
     return false;
 }
+
+/// A line of the source. Line ends within a note or comment do not end it.
+struct SourceLine
+{
+    int start, end; ///< without its line end
+    QStringView masked;
+};
+
+/// Where the text of a line stands, and where the marks on both sides of it that tell its kind.
+struct Inner
+{
+    int mark, start, end, behind;
+};
+
+/// A mark that is no text. One of emphasis turns a flag on or off.
+struct Mark
+{
+    int start, end;
+    Flag flag;
+};
 
 /// One pass over a script.
 class Reader
@@ -151,431 +180,331 @@ class Reader
 public:
     explicit Reader(const QString &source)
         : m_source(source)
-        , m_spans(findSpans(source))
+        , m_masked(masked(source))
         , m_parser(nullptr)
-    {
-        cutLines();
-    }
+    {}
 
     QVector<Paragraph> paragraphs();
 
 private:
-    enum Speech { NoSpeech, BelowCue, InSpeech };
+    /// What stands above the line that is read next.
+    enum Place { Top, TitlePage, Blank, OtherText, Action, Cue, Speech };
 
-    void cutLines();
-    QString visibleText(const SourceLine &line) const;
-    bool isPageBreak(const SourceLine &line) const;
-    bool endsInSpan(const SourceLine &line) const;
-    bool blankBelow(int index) const;
-    bool isTitleEntry(const SourceLine &line);
+    SourceLine lineAt(int start) const;
+    Inner innerOf(const SourceLine &line) const;
+    bool isBlankBelow(const SourceLine &line) const;
+    bool opensTitleEntry(const SourceLine &line);
 
-    void readTitlePage();
-    void readLine(int index);
-    void readBlankLine(int index);
+    void readLine(const SourceLine &line);
+    void readTitleLine(const SourceLine &line);
+    void readBlankLine(const SourceLine &line);
     void readWorkingLine(const SourceLine &line);
-    void readSpeech(const SourceLine &line);
-    void readOutlineLine(const SourceLine &line);
-    void readHeading(const SourceLine &line);
-    void readTransition(const SourceLine &line);
     void readCentredLine(const SourceLine &line);
-    void readAction(const SourceLine &line, int start, int end, bool centred);
+    void readMarkedLine(const SourceLine &line, QFnElement::Type type, Place below);
+    void readAction(const SourceLine &line, const Inner &inner, bool centred = false);
 
+    void add(const SourceLine &line, QFnElement::Type type, const Inner &inner, Place below);
     void begin(const SourceLine &line, QFnElement::Type type);
-    void addLine(const SourceLine &line, QFnElement::Type type, int start, int end);
-    void addText(const SourceLine &line, int start, int end);
-    void endLine(const SourceLine &line);
+    void addText(const SourceLine &line, const Inner &inner);
     void addStretch(int start, int end, Stretch look);
+    void addLineEnd(const SourceLine &line);
     void finish();
-    QVector<Span> emphasisMarks(const SourceLine &line, int start, int end);
+    QVector<Mark> marksOf(const Inner &inner);
 
     const QString &m_source;
-    QVector<Span> m_spans;
-    QVector<SourceLine> m_lines;
-    QVector<Paragraph> m_paragraphs;
+    const QString m_masked;
     QFnFastParser m_parser;
-    int m_sliceStart = 0; ///< where the part of the source begins that the last paragraph has
-    int m_sliceEnd = 0;
-    int m_next = 0; ///< the line that is read next
-    bool m_opensBlock = true;
-    bool m_joins = false; ///< whether another line of action belongs to the last paragraph
-    Speech m_speech = NoSpeech;
+    QVector<Paragraph> m_paragraphs;
+    Place m_place = Top;
 };
-
-void Reader::cutLines()
-{
-    int span = 0;
-    int number = 0;
-    const int size = int(m_source.size());
-    for (int start = 0; start < size;) {
-        SourceLine line{start, start, span, 0, number, 1};
-        int at = start;
-        bool hasText = false;
-        while (at < size && m_source.at(at) != lineEnd) {
-            if (span < m_spans.size() && m_spans.at(span).start == at) {
-                const Span &inLine = m_spans.at(span++);
-                line.count +=
-                    int(std::count(m_source.begin() + at, m_source.begin() + inLine.end, lineEnd));
-                at = inLine.end;
-            } else {
-                hasText = hasText || !isBlank(m_source.at(at));
-                ++at;
-            }
-        }
-        line.end = at;
-        line.spanCount = span - line.firstSpan;
-        if (at == size && m_source.at(at - 1) == lineEnd)
-            --line.count; // a comment that is never closed has the last line end too
-        line.content = hasText              ? SourceLine::Text
-                       : line.spanCount > 0 ? SourceLine::Working
-                                            : SourceLine::Blank;
-        number += line.count;
-        m_lines.append(line);
-        start = at + 1;
-    }
-}
-
-/// The line without its notes and comments, with one blank where two would meet around them and
-/// with none where one in front of the line leaves it.
-QString Reader::visibleText(const SourceLine &line) const
-{
-    QString text;
-    int at = line.start;
-    const auto append = [&](int end) {
-        const bool afterBlank = text.isEmpty() ? at > line.start : isBlank(text.back());
-        if (afterBlank && at < end && isBlank(m_source.at(at)))
-            ++at;
-        text += QStringView(m_source).mid(at, std::max(0, end - at)).toString();
-    };
-    for (int i = line.firstSpan; i < line.firstSpan + line.spanCount; ++i) {
-        append(m_spans.at(i).start);
-        at = m_spans.at(i).end;
-    }
-    append(line.end);
-    return text;
-}
-
-bool Reader::isPageBreak(const SourceLine &line) const
-{
-    const bool mayBe = m_source.at(line.start) == QLatin1Char('=') || line.spanCount > 0;
-    if (line.content != SourceLine::Text || !mayBe)
-        return false;
-    const QString text = visibleText(line).trimmed();
-    return text.startsWith(pageBreakMark) && text.count(QLatin1Char('=')) == text.size();
-}
-
-/// Whether a paragraph may end with the line: a comment between it and a blank line is no text.
-bool Reader::blankBelow(int index) const
-{
-    for (++index; index < m_lines.size(); ++index) {
-        if (m_lines.at(index).content != SourceLine::Working)
-            return m_lines.at(index).content == SourceLine::Blank || isPageBreak(m_lines.at(index));
-    }
-    return true;
-}
-
-bool Reader::endsInSpan(const SourceLine &line) const
-{
-    return line.spanCount > 0 && m_spans.at(line.firstSpan + line.spanCount - 1).end >= line.end;
-}
-
-/// Whether the line starts an entry of the title page: the library makes one of it.
-bool Reader::isTitleEntry(const SourceLine &line)
-{
-    if (!m_source.at(line.start).isLetter())
-        return false;
-    m_parser.parse(visibleText(line) + "x\n\n"_L1);
-    return !m_parser.document->titlePage.isEmpty();
-}
 
 QVector<Paragraph> Reader::paragraphs()
 {
-    while (m_next < m_lines.size() && m_lines.at(m_next).content == SourceLine::Blank)
-        readBlankLine(m_next++);
-    readTitlePage();
-    while (m_next < m_lines.size())
-        readLine(m_next++);
+    for (int at = 0; at < m_source.size();) {
+        const SourceLine line = lineAt(at);
+        readLine(line);
+        at = line.end + 1;
+    }
     finish();
     return std::move(m_paragraphs);
 }
 
-/// Reads the title page: the first paragraph, if its first line is an entry.
-void Reader::readTitlePage()
+SourceLine Reader::lineAt(int start) const
 {
-    if (m_next == m_lines.size() || !isTitleEntry(m_lines.at(m_next)))
-        return;
-    for (; m_next < m_lines.size() && m_lines.at(m_next).content != SourceLine::Blank; ++m_next) {
-        const SourceLine &line = m_lines.at(m_next);
-        if (isTitleEntry(line)) {
-            begin(line, QFnElement::General);
-            m_paragraphs.last().titlePage = true;
-        } else {
-            m_paragraphs.last().stretches.last().text += QChar(QChar::LineSeparator);
-        }
-        addText(line, line.start, line.end);
+    const int found = int(m_masked.indexOf(u'\n', start));
+    const int end = found < 0 ? int(m_masked.size()) : found;
+    return {start, end, QStringView(m_masked).mid(start, end - start)};
+}
+
+/// The line from the first letter of its visible() text to the last, without marks.
+Inner Reader::innerOf(const SourceLine &line) const
+{
+    int start = line.start;
+    int end = line.end;
+    const auto isBehindMask = [&](int i) { return i > line.start && isMask(m_masked.at(i - 1)); };
+    while (start < end
+           && (isMask(m_masked.at(start)) || (isBehindMask(start) && isBlank(m_masked.at(start)))))
+        ++start;
+    while (end > start && isMask(m_masked.at(end - 1)))
+        --end;
+    return {start, start, end, end};
+}
+
+/// Whether a paragraph may end with the line: a comment between it and a blank line is no text.
+bool Reader::isBlankBelow(const SourceLine &line) const
+{
+    for (int at = line.end + 1; at < m_source.size();) {
+        const SourceLine below = lineAt(at);
+        const QString text = visible(below.masked);
+        if (isBlank(below.masked) || !isBlank(text))
+            return isBlank(text) || isPageBreak(text);
+        at = below.end + 1;
+    }
+    return true;
+}
+
+/// Whether the line starts an entry of the title page: the library makes one of it.
+bool Reader::opensTitleEntry(const SourceLine &line)
+{
+    if (line.masked.isEmpty() || !line.masked.front().isLetter())
+        return false;
+    m_parser.parse(visible(line.masked) + "x\n\n"_L1);
+    return !m_parser.document->titlePage.isEmpty();
+}
+
+void Reader::readLine(const SourceLine &line)
+{
+    const QString text = visible(line.masked);
+    const bool hasNothing = isBlank(line.masked);
+    if (m_place == TitlePage ? !hasNothing : m_place == Top && opensTitleEntry(line))
+        return readTitleLine(line);
+    if (hasNothing && (m_place != Speech || line.masked.isEmpty()))
+        return readBlankLine(line);
+    if (!hasNothing && isBlank(text))
+        return readWorkingLine(line);
+    if (text.startsWith(u'!') && line.masked.size() > 1)
+        return readMarkedLine(line, QFnElement::Action, Action);
+    if (text.startsWith(u'>') && text.endsWith(u'<') && text.size() > 1)
+        return readCentredLine(line);
+    if (isPageBreak(text))
+        return add(line, QFnElement::PageBreak, innerOf(line), Blank);
+    if (m_place == Cue || m_place == Speech)
+        return add(line, isParenthetical(text) ? QFnElement::Parenthetical : QFnElement::Dialogue,
+                   innerOf(line), Speech);
+    if (text.startsWith(u'#'))
+        return readMarkedLine(line, QFnElement::SectionHeading, Blank);
+    if (text.startsWith(u'='))
+        return readMarkedLine(line, QFnElement::Synopsis, Blank);
+    const bool opensBlock = m_place == Top || m_place == Blank;
+    switch (opensBlock ? kindOf(text, isBlankBelow(line), &m_parser) : QFnElement::Action) {
+    case QFnElement::SceneHeading:
+        return readMarkedLine(line, QFnElement::SceneHeading, OtherText);
+    case QFnElement::Transition:
+        return readMarkedLine(line, QFnElement::Transition, OtherText);
+    case QFnElement::Character:
+        return add(line, QFnElement::Character, innerOf(line), Cue);
+    default:
+        return readAction(line, innerOf(line));
     }
 }
 
-void Reader::readLine(int index)
+/// Reads a line of the title page, which is the first paragraph if its first line is an entry.
+void Reader::readTitleLine(const SourceLine &line)
 {
-    const SourceLine &line = m_lines.at(index);
-    const bool isBlankInSpeech = line.start < line.end && m_speech == InSpeech;
-    if (line.content == SourceLine::Blank && !isBlankInSpeech)
-        return readBlankLine(index);
-    if (line.content == SourceLine::Working)
-        return readWorkingLine(line);
-    const QChar first = m_source.at(line.start);
-    const bool isLong = line.end - line.start > 1;
-    if (first == QLatin1Char('!') && isLong) {
-        m_joins = false;
-        return readAction(line, line.start + 1, line.end, false);
+    if (opensTitleEntry(line)) {
+        begin(line, QFnElement::General);
+        m_paragraphs.last().titlePage = true;
+    } else {
+        addLineEnd(line);
     }
-    if (first == QLatin1Char('>') && m_source.at(line.end - 1) == QLatin1Char('<') && isLong
-        && !endsInSpan(line))
-        return readCentredLine(line);
-    if (isPageBreak(line)) {
-        addLine(line, QFnElement::PageBreak, line.start, line.end);
-        m_opensBlock = true;
-        return;
-    }
-    if (!m_opensBlock && m_speech != NoSpeech)
-        return readSpeech(line);
-    if (first == QLatin1Char('#') || first == QLatin1Char('='))
-        return readOutlineLine(line);
-    const QFnElement::Type kind =
-        m_opensBlock ? kindOf(visibleText(line), blankBelow(index), &m_parser) : QFnElement::Action;
-    if (kind == QFnElement::SceneHeading)
-        return readHeading(line);
-    if (kind == QFnElement::Transition)
-        return readTransition(line);
-    if (kind != QFnElement::Character)
-        return readAction(line, line.start, line.end, false);
-    addLine(line, kind, line.start, line.end);
-    m_speech = BelowCue;
+    addText(line, innerOf(line));
+    m_place = TitlePage;
 }
 
 /// The last of some blank lines parts two paragraphs. Each other one is a paragraph of its own.
-void Reader::readBlankLine(int index)
+void Reader::readBlankLine(const SourceLine &line)
 {
-    const SourceLine &line = m_lines.at(index);
-    const bool parts = !m_paragraphs.isEmpty() && index + 1 < m_lines.size()
-                       && m_lines.at(index + 1).content != SourceLine::Blank;
+    const bool parts = !m_paragraphs.isEmpty() && line.end + 1 < m_source.size()
+                       && !isBlank(lineAt(line.end + 1).masked);
     if (!parts)
-        addLine(line, QFnElement::Action, line.start, line.end);
-    m_opensBlock = true;
-    m_joins = false;
-    m_speech = NoSpeech;
+        add(line, QFnElement::Action, innerOf(line), m_place);
+    m_place = m_place == Top ? Top : Blank;
 }
 
 /// Reads a line of notes and comments, which changes nothing in what stands around it.
 void Reader::readWorkingLine(const SourceLine &line)
 {
-    const Span &span = m_spans.at(line.firstSpan);
-    const bool isWhole = line.spanCount == 1 && span.start == line.start && span.end == line.end;
-    const bool isClosed =
-        span.kind == Stretch::Note || m_source.mid(span.end - 2, 2) == commentClose;
-    if (!isWhole || span.end - span.start <= 4) {
+    const bool isNote = line.masked.front() == noteMask;
+    const int start = line.start + 2;
+    const int found = int(m_source.indexOf(isNote ? noteClose : commentClose, start));
+    const int end = found < 0 ? line.end : found;
+    const bool isOne = isMask(line.masked.front()) && (found < 0 || found + 2 == line.end);
+    if (isOne && start < end) {
+        begin(line, isNote ? QFnElement::Notes : QFnElement::Boneyard);
+        addStretch(start, end, Stretch());
+        m_paragraphs.last().end = std::min(line.end + 1, int(m_source.size()));
+    } else {
         begin(line, QFnElement::Action);
-        return addText(line, line.start, line.end);
+        addText(line, innerOf(line));
     }
-    begin(line, span.kind == Stretch::Note ? QFnElement::Notes : QFnElement::Boneyard);
-    addStretch(span.start + 2, isClosed ? span.end - 2 : span.end, Stretch());
-    endLine(line);
-}
-
-void Reader::readSpeech(const SourceLine &line)
-{
-    const QString text = visibleText(line);
-    addLine(line, isParenthetical(text) ? QFnElement::Parenthetical : QFnElement::Dialogue,
-            line.start, line.end);
-    m_speech = InSpeech;
-}
-
-/// Reads a line with "#" or "=", which is a paragraph of its own wherever it stands outside a
-/// speech.
-void Reader::readOutlineLine(const SourceLine &line)
-{
-    const QChar mark = m_source.at(line.start);
-    const bool isSection = mark == QLatin1Char('#');
-    int start = line.start + 1;
-    while (isSection && start < line.end && m_source.at(start) == mark)
-        ++start;
-    const int depth = start - line.start;
-    if (start < line.end && m_source.at(start) == QLatin1Char(' '))
-        ++start;
-    if (isBlank(QStringView(m_source).mid(start, line.end - start)))
-        return readAction(line, line.start, line.end, false);
-    addLine(line, isSection ? QFnElement::SectionHeading : QFnElement::Synopsis, start, line.end);
-    m_paragraphs.last().depth = isSection ? depth : 0;
-    m_opensBlock = true;
-}
-
-void Reader::readHeading(const SourceLine &line)
-{
-    const int start = line.start + (m_source.at(line.start) == QLatin1Char('.') ? 1 : 0);
-    const auto heading = Host::splitHeading(m_source.mid(start, line.end - start));
-    const int end = start + int(heading.first.size());
-    if (isBlank(QStringView(m_source).mid(start, end - start)))
-        return readAction(line, line.start, line.end, false);
-    addLine(line, QFnElement::SceneHeading, start, end);
-    m_paragraphs.last().sceneNumber = heading.second;
-}
-
-void Reader::readTransition(const SourceLine &line)
-{
-    int start = line.start;
-    if (m_source.at(start) == QLatin1Char('>'))
-        ++start;
-    if (start > line.start && start < line.end && m_source.at(start) == QLatin1Char(' '))
-        ++start;
-    if (isBlank(QStringView(m_source).mid(start, line.end - start)))
-        return readAction(line, line.start, line.end, false);
-    addLine(line, QFnElement::Transition, start, line.end);
+    if (m_place == Action)
+        m_place = OtherText; // what follows begins a paragraph
+    else if (m_place == Top)
+        m_place = Blank; // no title page follows
 }
 
 void Reader::readCentredLine(const SourceLine &line)
 {
-    int start = line.start + 1;
-    int end = line.end - 1;
-    if (end - start > 2 && m_source.at(start) == QLatin1Char(' ')
-        && m_source.at(end - 1) == QLatin1Char(' ')) {
-        ++start;
-        --end;
+    Inner inner = innerOf(line);
+    ++inner.start;
+    --inner.end;
+    if (inner.end - inner.start > 2 && m_source.at(inner.start) == u' '
+        && m_source.at(inner.end - 1) == u' ') {
+        ++inner.start;
+        --inner.end;
     }
-    if (isBlank(QStringView(m_source).mid(start, end - start)))
-        return readAction(line, line.start, line.end, false);
-    readAction(line, start, end, true);
+    if (isBlank(QStringView(m_source).mid(inner.start, inner.end - inner.start)))
+        return readAction(line, innerOf(line));
+    readAction(line, inner, true);
 }
 
-void Reader::readAction(const SourceLine &line, int start, int end, bool centred)
+/// Reads a line of a kind that a mark may tell. One with nothing but the mark is action.
+void Reader::readMarkedLine(const SourceLine &line, QFnElement::Type type, Place below)
 {
-    if (m_joins && !m_opensBlock && m_paragraphs.last().centred == centred) {
-        m_paragraphs.last().stretches.last().text += QChar(QChar::LineSeparator);
+    const KindMark &mark = *kindMarkOf(type);
+    Inner inner = innerOf(line);
+    while (inner.start < inner.end && m_source.at(inner.start) == mark.mark
+           && (mark.repeats || inner.start == inner.mark))
+        ++inner.start;
+    const int depth = inner.start - inner.mark;
+    if (depth > 0 && mark.takesBlank && inner.start < inner.end && m_source.at(inner.start) == u' ')
+        ++inner.start;
+    const auto heading = Host::splitHeading(m_source.mid(inner.start, line.end - inner.start));
+    if (type == QFnElement::SceneHeading && !heading.second.isEmpty())
+        inner.end = inner.start + int(heading.first.size());
+    const bool hasText =
+        type == QFnElement::Action || inner.behind < line.end
+        || !isBlank(QStringView(m_source).mid(inner.start, inner.end - inner.start));
+    if (!hasText)
+        return readAction(line, innerOf(line));
+    add(line, type, inner, below);
+    m_paragraphs.last().depth = mark.repeats ? depth : 0;
+    if (type == QFnElement::SceneHeading)
+        m_paragraphs.last().sceneNumber = heading.second;
+}
+
+void Reader::readAction(const SourceLine &line, const Inner &inner, bool centred)
+{
+    if (m_place == Action && m_paragraphs.last().centred == centred) {
+        addLineEnd(line);
     } else {
         begin(line, QFnElement::Action);
         m_paragraphs.last().centred = centred;
     }
-    addText(line, start, end);
-    m_opensBlock = false;
-    m_joins = true;
-    m_speech = NoSpeech;
+    addText(line, inner);
+    m_place = Action;
 }
 
-/// Starts a paragraph, which has the source from the end of the one above on.
+/// Adds a paragraph of one line, which stands above the next.
+void Reader::add(const SourceLine &line, QFnElement::Type type, const Inner &inner, Place below)
+{
+    begin(line, type);
+    addText(line, inner);
+    m_place = below;
+}
+
 void Reader::begin(const SourceLine &line, QFnElement::Type type)
 {
     finish();
     Paragraph paragraph;
     paragraph.type = type;
-    paragraph.line = line.number;
-    paragraph.lineCount = 0;
+    paragraph.start = line.start;
     m_paragraphs.append(paragraph);
-    m_joins = false;
 }
 
-/// Adds a paragraph of one line, with the text from \a start to \a end.
-void Reader::addLine(const SourceLine &line, QFnElement::Type type, int start, int end)
+/// Adds a line to the last paragraph, without its marks.
+void Reader::addText(const SourceLine &line, const Inner &inner)
 {
-    begin(line, type);
-    addText(line, start, end);
-    m_opensBlock = false;
-    m_speech = NoSpeech;
-}
-
-/// The marks of emphasis from \a start to \a end that pair up: those of one kind open and close in
-/// turn, open in front of text and close behind it. All others are text.
-QVector<Span> Reader::emphasisMarks(const SourceLine &line, int start, int end)
-{
-    QVector<Span> marks;
-    const QStringView text = QStringView(m_source).mid(start, end - start);
-    if (!text.contains(QLatin1Char('*')) && !text.contains(QLatin1Char('_')))
-        return marks;
-    QVector<Span> open(3, Span{-1, -1, Stretch::Text});
-    m_parser.buffer = text.toString();
-    m_parser.initParser();
-    int span = line.firstSpan;
-    const int behindSpans = line.firstSpan + line.spanCount;
-    for (QFnToken token = m_parser.nextToken(); token.kind != QFnToken::EndOfInput;
-         token = m_parser.nextToken()) {
-        const Span mark{start + m_parser.tokenStart + 1, start + m_parser.position + 1,
-                        Stretch::Text};
-        while (span < behindSpans && m_spans.at(span).end <= mark.start)
-            ++span;
-        const int style = styleOf(token.text);
-        if (style < 0 || (span < behindSpans && m_spans.at(span).start < mark.start))
+    const QVector<Mark> marks = marksOf(inner);
+    const Mark *mark = marks.cbegin();
+    Stretch look;
+    for (int at = line.start; at < line.end;) {
+        if (mark != marks.cend() && at == mark->start) {
+            if (mark->flag)
+                look.*mark->flag = !(look.*mark->flag);
+            at = (mark++)->end;
             continue;
-        Span &opened = open[style];
-        const bool afterText = mark.start > start && !isBlank(m_source.at(mark.start - 1));
-        if (opened.start >= 0 && opened.end < mark.start && afterText) {
+        }
+        const int start = at;
+        const int end = mark == marks.cend() ? line.end : mark->start;
+        look.kind = stretchKind(m_masked.at(at));
+        while (at < end && stretchKind(m_masked.at(at)) == look.kind)
+            ++at;
+        addStretch(start, at, look);
+    }
+    if (line.start == line.end)
+        addStretch(line.start, line.end, look);
+    m_paragraphs.last().end = std::min(line.end + 1, int(m_source.size()));
+}
+
+/// The marks on both sides of a text, and the marks of emphasis in it that pair up: those of one
+/// kind open and close in turn, open in front of text and close behind it. All others are text.
+QVector<Mark> Reader::marksOf(const Inner &inner)
+{
+    QVector<Mark> marks;
+    if (inner.mark < inner.start)
+        marks.append({inner.mark, inner.start, nullptr});
+    const QString text = m_masked.mid(inner.start, inner.end - inner.start);
+    const bool mayHaveEmphasis =
+        Host::hasEmphasis(m_paragraphs.last().type) && (text.contains(u'*') || text.contains(u'_'));
+    m_parser.buffer = mayHaveEmphasis ? text : QString();
+    m_parser.initParser();
+    Mark open[std::size(flags)] = {};
+    while (m_parser.nextToken().kind != QFnToken::EndOfInput) {
+        const auto found =
+            std::find(std::begin(emphasis), std::end(emphasis), m_parser.currentToken.text);
+        if (found == std::end(emphasis))
+            continue;
+        const auto style = found - std::begin(emphasis);
+        const int start = m_parser.tokenStart + 1;
+        const int end = m_parser.position + 1;
+        const Mark mark{inner.start + start, inner.start + end, flags[style]};
+        Mark &opened = open[style];
+        const bool isBehindText = start > 0 && !isBlank(text.at(start - 1));
+        if (opened.flag && opened.end < mark.start && isBehindText) {
             marks << opened << mark;
-            opened.start = -1;
-        } else if (opened.start < 0 && mark.end < end && !isBlank(m_source.at(mark.end))) {
+            opened.flag = nullptr;
+        } else if (!opened.flag && end < text.size() && !isBlank(text.at(end))) {
             opened = mark;
         }
     }
+    if (inner.end < inner.behind)
+        marks.append({inner.end, inner.behind, nullptr});
     std::sort(marks.begin(), marks.end(),
-              [](const Span &a, const Span &b) { return a.start < b.start; });
+              [](const Mark &a, const Mark &b) { return a.start < b.start; });
     return marks;
-}
-
-/// Adds the text of a line from \a start to \a end to the last paragraph.
-void Reader::addText(const SourceLine &line, int start, int end)
-{
-    const QFnElement::Type type = m_paragraphs.last().type;
-    const bool isRaw = type == QFnElement::Character || type == QFnElement::SceneHeading
-                       || type == QFnElement::SectionHeading;
-    const QVector<Span> marks = isRaw ? QVector<Span>() : emphasisMarks(line, start, end);
-    Stretch look;
-    int mark = 0;
-    int span = line.firstSpan;
-    const int behindSpans = line.firstSpan + line.spanCount;
-    for (int at = start; at < end;) {
-        const int nextMark = mark < marks.size() ? marks.at(mark).start : end;
-        const int nextSpan = span < behindSpans ? m_spans.at(span).start : end;
-        if (at == nextSpan) {
-            Stretch working = look;
-            working.kind = m_spans.at(span).kind;
-            addStretch(at, std::min(m_spans.at(span).end, end), working);
-            at = m_spans.at(span++).end;
-        } else if (at == nextMark) {
-            const int size = marks.at(mark).end - at;
-            bool &flag = size == 2                             ? look.bold
-                         : m_source.at(at) == QLatin1Char('*') ? look.italic
-                                                               : look.underline;
-            flag = !flag;
-            at = marks.at(mark++).end;
-        } else {
-            const int until = std::min({nextMark, nextSpan, end});
-            addStretch(at, until, look);
-            at = until;
-        }
-    }
-    if (start == end)
-        addStretch(start, end, look);
-    endLine(line);
-}
-
-/// Counts the line to the last paragraph.
-void Reader::endLine(const SourceLine &line)
-{
-    m_paragraphs.last().lineCount += line.count;
-    m_sliceEnd = std::min(line.end + 1, int(m_source.size()));
 }
 
 void Reader::addStretch(int start, int end, Stretch look)
 {
     QVector<Stretch> &stretches = m_paragraphs.last().stretches;
-    const QString text =
-        m_source.mid(start, end - start).replace(lineEnd, QChar(QChar::LineSeparator));
-    const bool joins = !stretches.isEmpty() && stretches.last().looksLike(look)
-                       && stretches.last().kind == Stretch::Text && look.kind == Stretch::Text
-                       && stretches.last().start + stretches.last().text.size() == start;
-    if (joins) {
-        stretches.last().text += text;
-        return;
-    }
-    look.text = text;
+    look.text = m_source.mid(start, end - start).replace(u'\n', QChar(QChar::LineSeparator));
     look.start = start;
-    stretches.append(look);
+    const bool joins = !stretches.isEmpty() && stretches.last().looksLike(look)
+                       && stretches.last().kind == look.kind
+                       && stretches.last().start + stretches.last().text.size() == start;
+    if (joins)
+        stretches.last().text += look.text;
+    else
+        stretches.append(look);
+}
+
+/// Adds the line end in front of the line to the last paragraph. It is never a part of a note.
+void Reader::addLineEnd(const SourceLine &line)
+{
+    Stretch look = m_paragraphs.last().stretches.last();
+    look.kind = Stretch::Text;
+    addStretch(line.start - 1, line.start, look);
 }
 
 /// Ends the last paragraph, which keeps its source only if that is not what would be written.
@@ -584,49 +513,39 @@ void Reader::finish()
     if (m_paragraphs.isEmpty())
         return;
     Paragraph &last = m_paragraphs.last();
-    const Paragraph *above =
-        m_paragraphs.size() > 1 ? &m_paragraphs.at(m_paragraphs.size() - 2) : nullptr;
-    const QString slice = m_source.mid(m_sliceStart, m_sliceEnd - m_sliceStart);
-    if (Host::written(last, above, Form::Customary) != slice)
-        last.source = slice;
-    m_sliceStart = m_sliceEnd;
+    const Paragraph *above = m_paragraphs.size() > 1 ? &last - 1 : nullptr;
+    const int start = above ? above->end : 0;
+    const QString source = m_source.mid(start, last.end - start);
+    if (Host::written(last, above, Form::Customary) != source)
+        last.source = source;
 }
 
-/// The text of a paragraph with the marks of its emphasis, which end with each line.
+/// The text with its marks of emphasis, which end with each line.
 QString markedText(const QVector<Stretch> &stretches)
 {
     QString text;
-    QVector<int> open; // styles, in the order of opening
-    const auto setStyle = [&](const Stretch &look) {
-        const bool wanted[] = {look.underline, look.italic, look.bold};
+    QVector<int> open; // indices in emphasis, in the order of opening
+    const auto setLook = [&](const Stretch &look) {
         for (int i = int(open.size()) - 1; i >= 0; --i) {
-            if (!wanted[open.at(i)])
+            if (!(look.*flags[open.at(i)]))
                 text += emphasis[open.takeAt(i)];
         }
-        for (int style = 0; style < int(std::size(wanted)); ++style) {
-            if (wanted[style] && !open.contains(style)) {
-                text += emphasis[style];
-                open.append(style);
+        for (int i = 0; i < int(std::size(flags)); ++i) {
+            if (look.*flags[i] && !open.contains(i)) {
+                text += emphasis[i];
+                open.append(i);
             }
         }
     };
+    const Stretch plain;
     for (const Stretch &stretch : stretches) {
-        int at = 0;
-        while (at < stretch.text.size()) {
-            int end = int(stretch.text.indexOf(QChar(QChar::LineSeparator), at));
-            const bool endsLine = end >= 0;
-            end = endsLine ? end : int(stretch.text.size());
-            if (end > at)
-                setStyle(stretch);
-            text += QStringView(stretch.text).mid(at, end - at).toString();
-            if (endsLine) {
-                setStyle(Stretch());
-                text += lineEnd;
-            }
-            at = endsLine ? end + 1 : end;
+        for (const QChar c : stretch.text) {
+            const bool endsLine = c == QChar::LineSeparator;
+            setLook(endsLine ? plain : stretch);
+            text += endsLine ? QChar(u'\n') : c;
         }
     }
-    setStyle(Stretch());
+    setLook(plain);
     return text;
 }
 
@@ -634,37 +553,25 @@ QString markedText(const QVector<Stretch> &stretches)
 QString markedLines(const Paragraph &paragraph, bool forced)
 {
     QString text = markedText(paragraph.stretches);
-    const auto isRead = [&text](QFnElement::Type type) {
-        QFnFastParser parser(nullptr);
-        return kindOf(text, true, &parser) == type;
-    };
-    switch (paragraph.type) {
-    case QFnElement::Action:
-        if (paragraph.centred)
-            return "> "_L1 + text.replace(lineEnd, " <\n> "_L1) + " <"_L1;
-        return forced ? QLatin1Char('!') + text : text;
-    case QFnElement::SceneHeading:
-        if (!paragraph.sceneNumber.isEmpty())
-            text += " #"_L1 + paragraph.sceneNumber + QLatin1Char('#');
-        return forced || !isRead(QFnElement::SceneHeading) ? QLatin1Char('.') + text : text;
-    case QFnElement::Transition:
-        return forced || !isRead(QFnElement::Transition) ? "> "_L1 + text : text;
-    case QFnElement::SectionHeading:
-        return QString(std::max(1, paragraph.depth), QLatin1Char('#')) + QLatin1Char(' ') + text;
-    case QFnElement::Synopsis:
-        return "= "_L1 + text;
-    case QFnElement::Notes:
+    if (paragraph.centred)
+        return "> "_L1 + text.replace("\n"_L1, " <\n> "_L1) + " <"_L1;
+    if (paragraph.type == QFnElement::Notes)
         return noteOpen + text + noteClose;
-    case QFnElement::Boneyard:
+    if (paragraph.type == QFnElement::Boneyard)
         return commentOpen + text + commentClose;
-    default:
+    if (!paragraph.sceneNumber.isEmpty())
+        text += " #"_L1 + paragraph.sceneNumber + u'#';
+    const KindMark *mark = kindMarkOf(paragraph.type);
+    if (!mark)
         return text;
-    }
-}
-
-bool isSpeech(const Paragraph &paragraph)
-{
-    return paragraph.type == QFnElement::Dialogue || paragraph.type == QFnElement::Parenthetical;
+    QFnFastParser parser(nullptr);
+    const bool isNeeded =
+        forced || mark->always
+        || (mark->type != QFnElement::Action && kindOf(text, true, &parser) != mark->type);
+    if (!isNeeded)
+        return text;
+    return QString(std::max(1, paragraph.depth), mark->mark) + (mark->takesBlank ? " "_L1 : ""_L1)
+           + text;
 }
 
 bool isBlankLine(const Paragraph &paragraph)
@@ -675,7 +582,9 @@ bool isBlankLine(const Paragraph &paragraph)
 /// Whether custom has a blank line between two paragraphs.
 bool arePartedByBlank(const Paragraph &above, const Paragraph &below)
 {
-    return !isBlankLine(below) && !isSpeech(below) && !(above.titlePage && below.titlePage);
+    const bool isSpeech =
+        below.type == QFnElement::Dialogue || below.type == QFnElement::Parenthetical;
+    return !isBlankLine(below) && !isSpeech && !(above.titlePage && below.titlePage);
 }
 
 } // namespace
@@ -688,6 +597,13 @@ QString Host::Paragraph::text() const
     return text;
 }
 
+bool Host::hasEmphasis(QFnElement::Type type)
+{
+    return type != QFnElement::Character && type != QFnElement::SceneHeading
+           && type != QFnElement::SectionHeading && type != QFnElement::Notes
+           && type != QFnElement::Boneyard;
+}
+
 QVector<Host::Paragraph> Host::read(const QString &source)
 {
     return Reader(source).paragraphs();
@@ -698,7 +614,7 @@ QString Host::written(const Paragraph &paragraph, const Paragraph *above, Form f
     if (form == Form::Source && !paragraph.source.isEmpty())
         return paragraph.source;
     const bool parted = above && arePartedByBlank(*above, paragraph);
-    return (parted ? "\n"_L1 : ""_L1) + markedLines(paragraph, form == Form::Forced) + lineEnd;
+    return (parted ? "\n"_L1 : ""_L1) + markedLines(paragraph, form == Form::Forced) + u'\n';
 }
 
 QString Host::written(const QVector<Paragraph> &paragraphs)
@@ -714,16 +630,12 @@ QString Host::written(const QVector<Paragraph> &paragraphs)
 
 QPair<QString, QString> Host::splitHeading(const QString &text)
 {
-    const QChar mark = QLatin1Char('#');
-    const int size = int(text.size());
-    const int open = text.endsWith(mark) ? int(text.lastIndexOf(mark, size - 2)) : -1;
-    const QString number = open > 0 ? text.mid(open + 1, size - open - 2) : QString();
-    const auto isInNumber = [](QChar c) {
-        return c.isLetterOrNumber() || c == QLatin1Char('.') || c == QLatin1Char('-');
-    };
-    const int comment = int(text.lastIndexOf(commentOpen));
-    const bool isInComment = comment >= 0 && text.indexOf(commentClose, comment + 2) < 0;
-    if (number.isEmpty() || isInComment || !std::all_of(number.begin(), number.end(), isInNumber))
+    const QString line = masked(text);
+    const int last = int(line.size()) - 1;
+    const int open = line.endsWith(u'#') ? int(line.lastIndexOf(u'#', last - 1)) : -1;
+    const QString number = open > 0 ? text.mid(open + 1, last - open - 1) : QString();
+    const auto isInNumber = [](QChar c) { return c.isLetterOrNumber() || c == u'.' || c == u'-'; };
+    if (number.isEmpty() || !std::all_of(number.begin(), number.end(), isInNumber))
         return {text, QString()};
     int end = open;
     while (end > 0 && isBlank(text.at(end - 1)))

@@ -31,6 +31,7 @@ struct Stretch
     Kind kind = Text;
     int start = -1; ///< Index of its first UTF-16 unit in the source, -1 where there is no source.
 
+    /// Whether both have the same emphasis.
     bool looksLike(const Stretch &other) const
     {
         return bold == other.bold && italic == other.italic && underline == other.underline;
@@ -43,8 +44,8 @@ struct Paragraph
     QFnElement::Type type = QFnElement::Action; ///< A blank line is Action without text.
     bool titlePage = false; ///< An entry of the title page: key, colon and value. Of type General.
     bool centred = false;   ///< Only action is.
-    int line = 0;           ///< The first of its lines in the source, counted from 0.
-    int lineCount = 1;
+    int start = 0;          ///< Index in the source of the first UTF-16 unit of its first line.
+    int end = 0;            ///< Index behind the last unit of its last line, the line end included.
     QVector<Stretch> stretches; ///< The text, without the marks that tell kind and emphasis.
     QString sceneNumber;        ///< Of a heading, else empty.
     int depth = 0;              ///< Of a section, else 0.
@@ -68,6 +69,9 @@ QString written(const Paragraph &paragraph, const Paragraph *above, Form form);
 
 /// The script with these paragraphs. Of what read() gave, that is the source.
 QString written(const QVector<Paragraph> &paragraphs);
+
+/// Whether paragraphs of \a type have emphasis. In others its marks are text.
+bool hasEmphasis(QFnElement::Type type);
 
 /// A heading as its text and its number: "INT. SEA #4#" is "INT. SEA" and "4". The number is empty
 /// where there is none.

@@ -3,8 +3,8 @@
 
 #include "host/scripteditor.h"
 
-#include "host/exporting.h"
 #include "host/records.h"
+#include "host/richtext.h"
 
 #include <QtCore/QMimeData>
 #include <QtGui/QTextBlock>
@@ -151,9 +151,9 @@ void Host::ScriptEditor::toggleAround(const QString &opening, const QString &clo
     setTextCursor(cursor);
 }
 
-void Host::ScriptEditor::goToLine(int line)
+void Host::ScriptEditor::goTo(int position)
 {
-    setTextCursor(QTextCursor(document()->findBlockByNumber(line)));
+    setTextCursor(QTextCursor(document()->findBlock(position)));
     verticalScrollBar()->setValue(textCursor().block().firstLineNumber());
 }
 

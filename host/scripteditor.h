@@ -37,8 +37,8 @@ public:
     /// Puts \a opening and \a closing around what is selected, or takes them off.
     void toggleAround(const QString &opening, const QString &closing);
 
-    /// Puts the cursor at the start of \a line, counted from 0, which comes to the upper edge.
-    void goToLine(int line);
+    /// Puts the cursor at the start of the line around \a position, which comes to the upper edge.
+    void goTo(int position);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;

@@ -224,7 +224,7 @@ void Host::Window::addViewMenu()
     m_sceneView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_sceneView->setEditTriggers(QListView::NoEditTriggers);
     const auto goToScene = [this](const QModelIndex &scene) {
-        m_editor->goToLine(m_reading.script.at(m_headings.at(scene.row())).line);
+        m_editor->goTo(m_reading.script.at(m_headings.at(scene.row())).start);
         m_editor->setFocus();
     };
     connect(m_sceneView, &QListView::clicked, this, goToScene);
@@ -514,9 +514,9 @@ void Host::Window::showReading(const Reading &reading)
 void Host::Window::showPlace()
 {
     const QVector<Paragraph> &script = m_reading.script;
-    const int line = m_editor->textCursor().blockNumber();
-    const auto next = std::upper_bound(script.cbegin(), script.cend(), line,
-                                       [](int l, const Paragraph &p) { return l < p.line; });
+    const int position = m_editor->textCursor().position();
+    const auto next = std::upper_bound(script.cbegin(), script.cend(), position,
+                                       [](int at, const Paragraph &p) { return at < p.start; });
     const int index = int(next - script.cbegin()) - 1;
     if (index < 0 || index == m_paragraph)
         return;

@@ -4,8 +4,7 @@
 #ifndef SCRIPTS_H
 #define SCRIPTS_H
 
-#include "host/exporting.h"
-#include "host/importing.h"
+#include "host/richtext.h"
 #include "rows.h"
 
 #include <QtCore/QRandomGenerator>

@@ -81,6 +81,10 @@ const Row readingRows[] = {
     {"a comment in a line", u"a /* *b */ c*\n", u"Action: a {comment /* *b */} c*"},
     {"comments beside a page break", u"=== /* x */\n/* y */ ===\n",
      u"PageBreak: === {comment /* x */}\nPageBreak: {comment /* y */} ==="},
+    {"a mark behind a comment", u"/* x */# A\n\n/* x */ = b\n\n[[n]]!C\n\n/* x */> D <\n",
+     u"SectionHeading 1: {comment /* x */}A\nSynopsis: {comment /* x */} b\nAction: {note [[n]]}C\n"
+     "Action centred: {comment /* x */}D"},
+    {"a line that ends in a note or emphasis", u"a [[n]]\n**b**\nc\n", u"Action: a {note [[n]]}|{b b}{b |}c"},
     {"a lone end of a comment", u"*/ a\n", u"Action: */ a"},
     {"notes", u"[[n]]\n\nShe sits [[check]]. Then up.\n", u"Notes: n\nAction: She sits {note [[check]]}. Then up."},
     {"notes in headings and speeches", u"INT. SEA [[n]]\n\nANNA\nA [[m\no]] b.\n",

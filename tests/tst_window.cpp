@@ -3,7 +3,7 @@
 
 #include "host/files.h"
 #include "host/highlighter.h"
-#include "host/importing.h"
+#include "host/richtext.h"
 #include "host/pagesview.h"
 #include "host/recovery.h"
 #include "host/scripteditor.h"

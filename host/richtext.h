@@ -1,14 +1,25 @@
 // SPDX-FileCopyrightText: 2026 The ZemFountain authors
 // SPDX-License-Identifier: MIT
 
-#ifndef HOST_EXPORTING_H
-#define HOST_EXPORTING_H
+#ifndef HOST_RICHTEXT_H
+#define HOST_RICHTEXT_H
 
 #include <QtCore/QStringList>
 
+class QTextCursor;
 class QTextDocument;
 
+/// Scripts as rich text: a block with the formats of records() for each paragraph.
 namespace Host {
+
+struct Paragraph;
+
+/// Puts the script in the Fountain \a text into \a document, which must be empty. One step of undo,
+/// and no text fails.
+void importScript(const QString &text, QTextDocument *document);
+
+/// Makes the empty block under \a cursor the one of \a paragraph.
+void insertParagraph(const Paragraph &paragraph, QTextCursor *cursor);
 
 /// The Fountain text of \a document. What importScript() made of a script, and HTML kept, is that
 /// script again.

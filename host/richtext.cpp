@@ -1,0 +1,302 @@
+// SPDX-FileCopyrightText: 2026 The ZemFountain authors
+// SPDX-License-Identifier: MIT
+
+#include "host/richtext.h"
+
+#include "host/reading.h"
+#include "host/records.h"
+#include "model/literals_p.h"
+
+#include <QtGui/QTextBlock>
+#include <QtGui/QTextCursor>
+#include <QtGui/QTextDocument>
+#include <QtGui/QTextFragment>
+
+#include <algorithm>
+
+namespace {
+
+using Host::Form;
+using Host::Paragraph;
+using Host::Stretch;
+using Zem::operator""_L1;
+
+constexpr int shownLetters = 40;  // of a paragraph in a message
+constexpr int partSize = 1 << 20; // UTF-16 units of HTML that are read at once
+
+QTextBlockFormat blockFormatOf(const Paragraph &paragraph)
+{
+    const QString name =
+        paragraph.titlePage ? Host::titlePageName() : QFnElement::toString(paragraph.type);
+    QTextBlockFormat format = ZEMScriptElement::find(Host::records(), name).blockFormat;
+    if (paragraph.centred)
+        format.setAlignment(Qt::AlignHCenter);
+    if (paragraph.depth > 1)
+        format.setIndent(paragraph.depth - 1);
+    return format;
+}
+
+QTextCharFormat textFormatOf(const Stretch &stretch, QFnElement::Type type)
+{
+    QTextCharFormat format;
+    if (stretch.bold)
+        format.setFontWeight(QFont::Bold);
+    if (stretch.italic)
+        format.setFontItalic(true);
+    if (stretch.underline)
+        format.setFontUnderline(true);
+    if (stretch.kind != Stretch::Text)
+        type = stretch.kind == Stretch::Note ? QFnElement::Notes : QFnElement::Boneyard;
+    const QColor colour = Host::workingColour(type);
+    if (colour.isValid())
+        format.setForeground(colour);
+    return format;
+}
+
+Stretch stretchOf(const QTextFragment &fragment)
+{
+    const QTextCharFormat format = fragment.charFormat();
+    Stretch stretch;
+    stretch.text = fragment.text();
+    stretch.bold = format.fontWeight() >= QFont::Bold;
+    stretch.italic = format.fontItalic();
+    stretch.underline = format.underlineStyle() != QTextCharFormat::NoUnderline;
+    return stretch;
+}
+
+/// The stretches as rich text tells them apart: by emphasis alone.
+QVector<Stretch> merged(const QVector<Stretch> &stretches)
+{
+    QVector<Stretch> merged;
+    for (const Stretch &stretch : stretches) {
+        if (!merged.isEmpty() && merged.last().looksLike(stretch))
+            merged.last().text += stretch.text;
+        else if (!stretch.text.isEmpty())
+            merged.append(stretch);
+    }
+    return merged;
+}
+
+/// Takes the number of a heading out of its text, if it stands there as custom has it.
+void takeSceneNumber(Paragraph *heading)
+{
+    const auto parts = Host::splitHeading(heading->text());
+    const QString ending = QStringLiteral(" #%1#").arg(parts.second);
+    if (parts.second.isEmpty() || parts.first + ending != heading->text())
+        return;
+    heading->sceneNumber = parts.second;
+    int left = int(parts.first.size());
+    for (Stretch &stretch : heading->stretches) {
+        stretch.text.truncate(left);
+        left -= int(stretch.text.size());
+    }
+}
+
+Paragraph paragraphOf(const QTextBlock &block)
+{
+    Paragraph paragraph;
+    const QFnElement::Type type = Host::typeOf(block);
+    paragraph.titlePage = Host::recordOf(block).name == Host::titlePageName();
+    if (paragraph.titlePage)
+        paragraph.type = QFnElement::General;
+    else if (type == QFnElement::PageBreak || (type != QFnElement::Undefined && block.length() > 1))
+        paragraph.type = type;
+    paragraph.centred = paragraph.type == QFnElement::Action
+                        && block.blockFormat().alignment().testFlag(Qt::AlignHCenter);
+    if (paragraph.type == QFnElement::SectionHeading)
+        paragraph.depth = block.blockFormat().indent() + 1;
+    for (auto it = block.begin(); !it.atEnd(); ++it) {
+        if (paragraph.source.isEmpty())
+            paragraph.source = Host::sourceOfAnchor(it.fragment().charFormat().anchorNames());
+        paragraph.stretches.append(stretchOf(it.fragment()));
+    }
+    if (paragraph.type == QFnElement::SceneHeading)
+        takeSceneNumber(&paragraph);
+    if (paragraph.type == QFnElement::PageBreak && paragraph.stretches.isEmpty()) {
+        paragraph.stretches.append(Stretch());
+        paragraph.stretches.last().text = QStringLiteral("===");
+    }
+    paragraph.stretches = merged(paragraph.stretches);
+    return paragraph;
+}
+
+/// Whether \a read is what \a wanted was written for.
+bool isSame(const Paragraph &read, const Paragraph &wanted)
+{
+    const QVector<Stretch> stretches = merged(read.stretches);
+    return read.type == wanted.type && read.titlePage == wanted.titlePage
+           && read.centred == wanted.centred && read.sceneNumber == wanted.sceneNumber
+           && read.depth == wanted.depth
+           && std::equal(stretches.begin(), stretches.end(), wanted.stretches.begin(),
+                         wanted.stretches.end(), [](const Stretch &a, const Stretch &b) {
+                             return a.looksLike(b) && a.text == b.text;
+                         });
+}
+
+QString shown(const Paragraph &paragraph)
+{
+    QString text = paragraph.text().replace(QChar(QChar::LineSeparator), u' ');
+    if (text.size() > shownLetters)
+        text = text.left(shownLetters) + "..."_L1;
+    return QStringLiteral("%1 \"%2\"").arg(QFnElement::toString(paragraph.type), text);
+}
+
+void tell(int index, const Paragraph &paragraph, const QString &fate, QStringList *messages)
+{
+    if (messages)
+        messages->append(QStringLiteral("paragraph %1, %2, %3")
+                             .arg(QString::number(index + 1), shown(paragraph), fate));
+}
+
+/// Takes away the emphasis that the kind of the paragraph has no marks for. False if there is none.
+bool takeEmphasis(Paragraph *paragraph)
+{
+    const Stretch plain;
+    bool found = false;
+    for (Stretch &stretch : paragraph->stretches) {
+        found = found || !stretch.looksLike(plain);
+        stretch.bold = stretch.italic = stretch.underline = false;
+    }
+    paragraph->stretches = merged(paragraph->stretches);
+    return found;
+}
+
+void appendParagraphs(const QTextDocument &document, QVector<Paragraph> *paragraphs,
+                      QStringList *messages)
+{
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        Paragraph paragraph = paragraphOf(block);
+        if (!Host::hasEmphasis(paragraph.type) && takeEmphasis(&paragraph))
+            tell(int(paragraphs->size()), paragraph, QStringLiteral("loses its emphasis"),
+                 messages);
+        paragraphs->append(paragraph);
+    }
+    // The one block of an empty document is no blank line, unless it says so.
+    const bool saysNothing = paragraphs->size() == 1 && paragraphs->first().stretches.isEmpty();
+    if (saysNothing && document.begin().userState() != Host::blankLineState)
+        paragraphs->clear();
+}
+
+/// A script with a form chosen for each of its paragraphs.
+struct Attempt
+{
+    QString text;
+    QVector<QPair<int, Paragraph>> wrong; ///< Who reads back otherwise, and what is read there.
+};
+
+Attempt attempt(const QVector<Paragraph> &paragraphs, const QVector<Form> &forms)
+{
+    Attempt made;
+    QVector<int> ends;
+    for (int i = 0; i < paragraphs.size(); ++i) {
+        const Paragraph *above = i > 0 ? &paragraphs.at(i - 1) : nullptr;
+        made.text += Host::written(paragraphs.at(i), above, forms.at(i));
+        ends.append(int(made.text.size()));
+    }
+    const QVector<Paragraph> read = Host::read(made.text);
+    auto found = read.cbegin();
+    for (int i = 0; i < paragraphs.size(); ++i) {
+        while (found->end < ends.at(i))
+            ++found;
+        if (found->end != ends.at(i) || !isSame(*found, paragraphs.at(i)))
+            made.wrong.append({i, *found});
+    }
+    return made;
+}
+
+QString writtenScript(const QVector<Paragraph> &paragraphs, QStringList *messages)
+{
+    QVector<Form> forms(paragraphs.size(), Form::Source);
+    Attempt made = attempt(paragraphs, forms);
+    // A form that makes its own paragraph right may make the next one wrong, so there are some
+    // rounds more than forms.
+    for (int round = 0; round < 4 && !made.wrong.isEmpty(); ++round) {
+        for (const auto &wrong : qAsConst(made.wrong)) {
+            Form &form = forms[wrong.first];
+            form = form == Form::Source ? Form::Customary : Form::Forced;
+        }
+        made = attempt(paragraphs, forms);
+    }
+    if (made.wrong.isEmpty())
+        return made.text;
+    // A form that did not help is taken back.
+    for (const auto &wrong : qAsConst(made.wrong))
+        forms[wrong.first] = Form::Customary;
+    made = attempt(paragraphs, forms);
+    for (const auto &wrong : qAsConst(made.wrong))
+        tell(wrong.first, paragraphs.at(wrong.first),
+             QStringLiteral("has no form in the script and becomes ") + shown(wrong.second),
+             messages);
+    return made.text;
+}
+
+} // namespace
+
+void Host::insertParagraph(const Paragraph &paragraph, QTextCursor *cursor)
+{
+    cursor->setBlockFormat(blockFormatOf(paragraph));
+    QVector<Stretch> stretches = paragraph.stretches;
+    if (!paragraph.sceneNumber.isEmpty()) {
+        Stretch number;
+        number.text = QStringLiteral(" #%1#").arg(paragraph.sceneNumber);
+        number.kind = Stretch::Note;
+        stretches.append(number);
+    }
+    // The source of a paragraph that is not written as custom has it goes along as the name of an
+    // anchor: nothing is seen of it, and HTML keeps it.
+    QString source = paragraph.source;
+    for (const Stretch &stretch : qAsConst(stretches)) {
+        QTextCharFormat format = textFormatOf(stretch, paragraph.type);
+        if (!source.isEmpty()) {
+            format.setAnchor(true);
+            format.setAnchorNames({sourceAnchor(cursor->blockNumber(), source)});
+            source.clear();
+        }
+        cursor->insertText(stretch.text, format);
+    }
+}
+
+void Host::importScript(const QString &text, QTextDocument *document)
+{
+    const QVector<Paragraph> paragraphs = read(text);
+    document->setDefaultFont(scriptFont());
+    QTextCursor cursor(document);
+    cursor.beginEditBlock();
+    for (int i = 0; i < paragraphs.size(); ++i) {
+        if (i > 0)
+            cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
+        insertParagraph(paragraphs.at(i), &cursor);
+    }
+    // The one block of an empty document is no blank line, unless it says so.
+    if (paragraphs.size() == 1 && paragraphs.first().text().isEmpty())
+        cursor.block().setUserState(blankLineState);
+    cursor.endEditBlock();
+}
+
+QString Host::exportScript(const QTextDocument &document, QStringList *messages)
+{
+    QVector<Paragraph> paragraphs;
+    appendParagraphs(document, &paragraphs, messages);
+    return writtenScript(paragraphs, messages);
+}
+
+QString Host::exportHtml(QString html, QStringList *messages)
+{
+    // Each block that Qt writes stands on a line of its own, if no table or list is around it.
+    const QLatin1String blockStart = "\n<p "_L1;
+    const bool hasParts = html.contains("name=\"qrichtext\""_L1) && html.contains(blockStart)
+                          && !html.contains("<table"_L1) && !html.contains("<ul"_L1)
+                          && !html.contains("<ol"_L1);
+    const int head = hasParts ? int(html.indexOf(blockStart)) : 0;
+    QVector<Paragraph> paragraphs;
+    for (int start = head; start < html.size();) {
+        const int next = hasParts ? int(html.indexOf(blockStart, start + partSize)) : -1;
+        const int end = next < 0 ? int(html.size()) : next;
+        QTextDocument part;
+        part.setHtml(html.mid(0, head) + html.mid(start, end - start));
+        appendParagraphs(part, &paragraphs, messages);
+        start = end;
+    }
+    html.clear();
+    return writtenScript(paragraphs, messages);
+}
