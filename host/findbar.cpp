@@ -3,6 +3,8 @@
 
 #include "host/findbar.h"
 
+#include "model/literals_p.h"
+
 #include <QtGui/QKeyEvent>
 #include <QtGui/QTextCursor>
 #include <QtWidgets/QCheckBox>
@@ -12,15 +14,17 @@
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QPushButton>
 
+using Zem::operator""_L1;
+
 Host::FindBar::FindBar(QPlainTextEdit *editor)
     : m_editor(editor)
     , m_sought(new QLineEdit)
     , m_replacement(new QLineEdit)
-    , m_case(new QCheckBox(tr("Match &case")))
+    , m_case(new QCheckBox("Match &case"_L1))
     , m_message(new QLabel)
 {
-    m_sought->setPlaceholderText(tr("Find"));
-    m_replacement->setPlaceholderText(tr("Replace with"));
+    m_sought->setPlaceholderText("Find"_L1);
+    m_replacement->setPlaceholderText("Replace with"_L1);
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(6, 4, 6, 4);
     const auto addButton = [this, row](const QString &text, const auto &command) {
@@ -30,12 +34,12 @@ Host::FindBar::FindBar(QPlainTextEdit *editor)
         row->addWidget(button);
     };
     row->addWidget(m_sought, 2);
-    addButton(tr("&Next"), [this] { find(); });
-    addButton(tr("&Previous"), [this] { find(QTextDocument::FindBackward); });
+    addButton("&Next"_L1, [this] { find(); });
+    addButton("&Previous"_L1, [this] { find(QTextDocument::FindBackward); });
     row->addWidget(m_case);
     row->addWidget(m_replacement, 2);
-    addButton(tr("&Replace"), [this] { replace(); });
-    addButton(tr("&All"), [this] { replaceAll(); });
+    addButton("&Replace"_L1, [this] { replace(); });
+    addButton("&All"_L1, [this] { replaceAll(); });
     row->addWidget(m_message);
     connect(m_sought, &QLineEdit::returnPressed, this, [this] { find(); });
     connect(m_replacement, &QLineEdit::returnPressed, this, [this] { replace(); });
@@ -63,7 +67,7 @@ void Host::FindBar::find(QTextDocument::FindFlags direction)
         from.movePosition(QTextCursor::End);
     const QTextCursor found = m_editor->document()->find(sought, from, flags() | direction);
     if (found.isNull())
-        m_message->setText(tr("Not found"));
+        m_message->setText("Not found"_L1);
     else
         m_editor->setTextCursor(found);
 }
@@ -89,7 +93,7 @@ void Host::FindBar::replaceAll()
         found = m_editor->document()->find(m_sought->text(), found, flags());
     }
     all.endEditBlock();
-    m_message->setText(tr("%n replaced", nullptr, count));
+    m_message->setText(QStringLiteral("%1 replaced").arg(count));
 }
 
 QTextDocument::FindFlags Host::FindBar::flags() const

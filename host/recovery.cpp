@@ -3,9 +3,11 @@
 
 #include "host/recovery.h"
 
+#include "host/files.h"
+
 #include <QtCore/QDataStream>
 #include <QtCore/QDir>
-#include <QtCore/QSaveFile>
+#include <QtCore/QFile>
 #include <QtCore/QStandardPaths>
 #include <QtCore/QUuid>
 
@@ -37,15 +39,13 @@ Host::Recovery::Recovery()
 
 void Host::Recovery::put(const QString &path, const QString &text)
 {
-    m_writer.start([file = m_file, path, text] {
-        QSaveFile out(file);
-        if (!out.open(QIODevice::WriteOnly))
-            return;
-        QDataStream stream(&out);
+    m_writer.start([this, path, text] {
+        QByteArray bytes;
+        QDataStream stream(&bytes, QIODevice::WriteOnly);
         stream.setVersion(QDataStream::Qt_5_15);
         stream << path << QDateTime::currentDateTime() << text;
-        if (stream.status() == QDataStream::Ok)
-            out.commit();
+        QString error;
+        m_failed = !saveBytes(m_file, bytes, &error);
     });
 }
 

@@ -71,13 +71,13 @@ void toggleInLine(QTextCursor *cursor, int from, int to, const QString &mark)
 
 } // namespace
 
-QString Host::fountainFrom(const QString &html)
+QString Host::fountainFrom(const QString &html, QStringList *messages)
 {
     QTextDocument document;
     document.setHtml(html);
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
         if (!recordOf(block).name.isEmpty())
-            return exportScript(document);
+            return exportScript(document, messages);
     }
     return QString();
 }
@@ -212,10 +212,12 @@ bool Host::ScriptEditor::canInsertFromMimeData(const QMimeData *source) const
 
 void Host::ScriptEditor::insertFromMimeData(const QMimeData *source)
 {
-    const QString script = source->hasHtml() ? fountainFrom(source->html()) : QString();
+    QStringList messages;
+    const QString script = source->hasHtml() ? fountainFrom(source->html(), &messages) : QString();
     if (script.isNull())
         QPlainTextEdit::insertFromMimeData(source);
     else
         textCursor().insertText(script);
     ensureCursorVisible();
+    Q_EMIT richTextInserted(messages);
 }

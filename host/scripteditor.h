@@ -10,8 +10,9 @@
 
 namespace Host {
 
-/// The Fountain text of the rich text \a html, null if no paragraph of it is one of a script.
-QString fountainFrom(const QString &html);
+/// The Fountain text of the rich text \a html, null if no paragraph of it is one of a script. What
+/// the script cannot say is added to \a messages, a line for each paragraph.
+QString fountainFrom(const QString &html, QStringList *messages);
 
 /// The text of a script, with the commands of a writer and offers to complete a line.
 ///
@@ -39,6 +40,10 @@ public:
 
     /// Puts the cursor at the start of the line around \a position, which comes to the upper edge.
     void goTo(int position);
+
+Q_SIGNALS:
+    /// Rich text was pasted or dropped; \a messages tell what the script cannot say of it.
+    void richTextInserted(const QStringList &messages);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;

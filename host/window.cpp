@@ -10,6 +10,7 @@
 #include "host/pagesview.h"
 #include "host/pdf.h"
 #include "host/scripteditor.h"
+#include "model/literals_p.h"
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QMimeData>
@@ -34,32 +35,23 @@ using namespace std::chrono_literals;
 
 namespace {
 
+using Zem::operator""_L1;
+
 constexpr auto readDelay = 250ms; // of typing, before the script is read
 constexpr auto copyDelay = 4s;    // the most that a crash may cost
 constexpr int recentCount = 8;
-constexpr char program[] = "zemscript";
+constexpr QLatin1String program = "zemscript"_L1;
 
-constexpr const char *kindNames[] = {
-    QT_TRANSLATE_NOOP("Host::Window", ""),
-    QT_TRANSLATE_NOOP("Host::Window", "Action"),
-    QT_TRANSLATE_NOOP("Host::Window", "Comment"),
-    QT_TRANSLATE_NOOP("Host::Window", "Character"),
-    QT_TRANSLATE_NOOP("Host::Window", "Note"),
-    QT_TRANSLATE_NOOP("Host::Window", "Dialogue"),
-    QT_TRANSLATE_NOOP("Host::Window", "Page break"),
-    QT_TRANSLATE_NOOP("Host::Window", "Parenthetical"),
-    QT_TRANSLATE_NOOP("Host::Window", "Scene heading"),
-    QT_TRANSLATE_NOOP("Host::Window", "Section"),
-    QT_TRANSLATE_NOOP("Host::Window", "Synopsis"),
-    QT_TRANSLATE_NOOP("Host::Window", "Transition"),
-    QT_TRANSLATE_NOOP("Host::Window", "General"),
+constexpr QLatin1String kindNames[] = {
+    ""_L1,         "Action"_L1,     "Comment"_L1,       "Character"_L1,     "Note"_L1,
+    "Dialogue"_L1, "Page break"_L1, "Parenthetical"_L1, "Scene heading"_L1, "Section"_L1,
+    "Synopsis"_L1, "Transition"_L1, "General"_L1,
 };
 static_assert(std::size(kindNames) == QFnElement::General + 1, "a name for every type");
 
 QSettings settings()
 {
-    return QSettings(QSettings::IniFormat, QSettings::UserScope, QLatin1String(program),
-                     QLatin1String(program));
+    return QSettings(QSettings::IniFormat, QSettings::UserScope, program, program);
 }
 
 QByteArray bytesOf(const QString &path)
@@ -95,6 +87,7 @@ Host::Window::Window()
     : m_editor(new ScriptEditor)
     , m_pages(new PagesView)
     , m_findBar(new FindBar(m_editor))
+    , m_beside(new QSplitter)
     , m_sceneView(new QListView)
     , m_place(new QLabel)
     , m_highlighter(new Highlighter(m_editor->document()))
@@ -105,11 +98,10 @@ Host::Window::Window()
     column->setSpacing(0);
     column->addWidget(m_editor);
     column->addWidget(m_findBar);
-    auto *beside = new QSplitter;
-    beside->addWidget(left);
-    beside->addWidget(m_pages);
-    beside->setSizes({520, 700});
-    setCentralWidget(beside);
+    m_beside->addWidget(left);
+    m_beside->addWidget(m_pages);
+    m_beside->setSizes({520, 700});
+    setCentralWidget(m_beside);
     setAcceptDrops(true);
     statusBar()->addPermanentWidget(m_place);
     resize(1440, 860);
@@ -121,8 +113,11 @@ Host::Window::Window()
     m_pause.setSingleShot(true);
     m_copyTimer.setSingleShot(true);
     connect(&m_pause, &QTimer::timeout, this, &Window::read);
-    connect(&m_copyTimer, &QTimer::timeout, this,
-            [this] { m_recovery.put(m_path, m_editor->text()); });
+    connect(&m_copyTimer, &QTimer::timeout, this, [this] {
+        if (m_recovery.hasFailed())
+            statusBar()->showMessage("No copy of the unsaved text can be put aside."_L1);
+        m_recovery.put(m_path, m_editor->text());
+    });
     connect(m_editor->document(), &QTextDocument::contentsChange, this, [this] {
         if (m_revision == m_editor->document()->revision())
             return; // The text is the same, only its look is another.
@@ -138,11 +133,13 @@ Host::Window::Window()
             m_recovery.remove();
         }
     });
+    connect(m_editor, &ScriptEditor::richTextInserted, this, &Window::tell);
     connect(m_editor, &QPlainTextEdit::cursorPositionChanged, this, &Window::showPlace);
     connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, &Window::checkDisk);
     const QSettings kept = settings();
     restoreGeometry(kept.value(QStringLiteral("geometry")).toByteArray());
     restoreState(kept.value(QStringLiteral("state")).toByteArray());
+    m_beside->restoreState(kept.value(QStringLiteral("split")).toByteArray());
     zoom(kept.value(QStringLiteral("zoom")).toInt());
     m_highlighter->setDark(palette().color(QPalette::Base).lightness() < 128);
     setText(QString(), QString(), false);
@@ -161,58 +158,57 @@ QAction *Host::Window::add(QMenu *menu, const QString &text, const QString &keys
 // The keys are customary ones: not all platforms have a standard key for each.
 void Host::Window::addFileMenu()
 {
-    QMenu *menu = menuBar()->addMenu(tr("&File"));
-    add(menu, tr("&New"), QStringLiteral("Ctrl+N"), [] {
+    QMenu *menu = menuBar()->addMenu("&File"_L1);
+    add(menu, "&New"_L1, QStringLiteral("Ctrl+N"), [] {
         auto *other = new Window;
         other->setAttribute(Qt::WA_DeleteOnClose);
         other->show();
     });
-    add(menu, tr("&Open..."), QStringLiteral("Ctrl+O"), [this] {
+    add(menu, "&Open..."_L1, QStringLiteral("Ctrl+O"), [this] {
         openAfterQuestion(QFileDialog::getOpenFileName(
-            this, tr("Open"), m_path,
-            tr("Scripts (*.fountain *.txt *.html)") + QLatin1String(";;") + tr("All files (*)")));
+            this, "Open"_L1, m_path, "Scripts (*.fountain *.txt *.html);;All files (*)"_L1));
     });
-    QMenu *recent = menu->addMenu(tr("Open &Recent"));
+    QMenu *recent = menu->addMenu("Open &Recent"_L1);
     connect(recent, &QMenu::aboutToShow, this, [this, recent] { listRecent(recent); });
-    add(menu, tr("&Save"), QStringLiteral("Ctrl+S"), [this] { saveTo(m_path); });
-    add(menu, tr("Save &As..."), QStringLiteral("Ctrl+Shift+S"), [this] { saveTo(QString()); });
-    add(menu, tr("&Export..."), QStringLiteral("Ctrl+E"), [this] { exportAs(); });
-    add(menu, tr("&Quit"), QStringLiteral("Ctrl+Q"), [this] { close(); });
+    add(menu, "&Save"_L1, QStringLiteral("Ctrl+S"), [this] { saveTo(m_path); });
+    add(menu, "Save &As..."_L1, QStringLiteral("Ctrl+Shift+S"), [this] { saveTo(QString()); });
+    add(menu, "&Export..."_L1, QStringLiteral("Ctrl+E"), [this] { exportAs(); });
+    add(menu, "&Quit"_L1, QStringLiteral("Ctrl+Q"), [this] { close(); });
 }
 
 void Host::Window::addEditMenu()
 {
-    QMenu *menu = menuBar()->addMenu(tr("&Edit"));
-    QAction *undo = add(menu, tr("&Undo"), QStringLiteral("Ctrl+Z"), [this] { m_editor->undo(); });
+    QMenu *menu = menuBar()->addMenu("&Edit"_L1);
+    QAction *undo = add(menu, "&Undo"_L1, QStringLiteral("Ctrl+Z"), [this] { m_editor->undo(); });
     QAction *redo =
-        add(menu, tr("&Redo"), QStringLiteral("Ctrl+Shift+Z"), [this] { m_editor->redo(); });
+        add(menu, "&Redo"_L1, QStringLiteral("Ctrl+Shift+Z"), [this] { m_editor->redo(); });
     undo->setEnabled(false);
     redo->setEnabled(false);
     connect(m_editor, &QPlainTextEdit::undoAvailable, undo, &QAction::setEnabled);
     connect(m_editor, &QPlainTextEdit::redoAvailable, redo, &QAction::setEnabled);
     menu->addSeparator();
-    add(menu, tr("Cu&t"), QStringLiteral("Ctrl+X"), [this] { m_editor->cut(); });
-    add(menu, tr("&Copy"), QStringLiteral("Ctrl+C"),
+    add(menu, "Cu&t"_L1, QStringLiteral("Ctrl+X"), [this] { m_editor->cut(); });
+    add(menu, "&Copy"_L1, QStringLiteral("Ctrl+C"),
         [this] { m_pages->hasFocus() ? m_pages->copy() : m_editor->copy(); });
-    add(menu, tr("&Paste"), QStringLiteral("Ctrl+V"), [this] { m_editor->paste(); });
+    add(menu, "&Paste"_L1, QStringLiteral("Ctrl+V"), [this] { m_editor->paste(); });
     menu->addSeparator();
     const auto find = [this] { m_findBar->open(); };
-    add(menu, tr("&Find and Replace..."), QStringLiteral("Ctrl+F"), find)
+    add(menu, "&Find and Replace..."_L1, QStringLiteral("Ctrl+F"), find)
         ->setShortcuts(
             {QKeySequence(QStringLiteral("Ctrl+F")), QKeySequence(QStringLiteral("Ctrl+H"))});
-    add(menu, tr("Find Ne&xt"), QStringLiteral("F3"), [this] { m_findBar->find(); });
-    add(menu, tr("Find Pre&vious"), QStringLiteral("Shift+F3"),
+    add(menu, "Find Ne&xt"_L1, QStringLiteral("F3"), [this] { m_findBar->find(); });
+    add(menu, "Find Pre&vious"_L1, QStringLiteral("Shift+F3"),
         [this] { m_findBar->find(QTextDocument::FindBackward); });
     menu->addSeparator();
     const auto emphasis = [this](const char *mark) {
         return [this, mark] { m_editor->toggleEmphasis(QLatin1String(mark)); };
     };
-    add(menu, tr("&Bold"), QStringLiteral("Ctrl+B"), emphasis("**"));
-    add(menu, tr("&Italic"), QStringLiteral("Ctrl+I"), emphasis("*"));
-    add(menu, tr("U&nderline"), QStringLiteral("Ctrl+U"), emphasis("_"));
-    add(menu, tr("N&ote"), QStringLiteral("Ctrl+Shift+N"),
+    add(menu, "&Bold"_L1, QStringLiteral("Ctrl+B"), emphasis("**"));
+    add(menu, "&Italic"_L1, QStringLiteral("Ctrl+I"), emphasis("*"));
+    add(menu, "U&nderline"_L1, QStringLiteral("Ctrl+U"), emphasis("_"));
+    add(menu, "N&ote"_L1, QStringLiteral("Ctrl+Shift+N"),
         [this] { m_editor->toggleAround(QStringLiteral("[["), QStringLiteral("]]")); });
-    add(menu, tr("Co&mment"), QStringLiteral("Ctrl+/"),
+    add(menu, "Co&mment"_L1, QStringLiteral("Ctrl+/"),
         [this] { m_editor->toggleAround(QStringLiteral("/*"), QStringLiteral("*/")); });
 }
 
@@ -229,22 +225,23 @@ void Host::Window::addViewMenu()
     };
     connect(m_sceneView, &QListView::clicked, this, goToScene);
     connect(m_sceneView, &QListView::activated, this, goToScene);
-    auto *dock = new QDockWidget(tr("Scenes"));
+    auto *dock = new QDockWidget("Scenes"_L1);
     dock->setObjectName(QStringLiteral("scenes")); // for saveState()
     dock->setWidget(m_sceneView);
     addDockWidget(Qt::LeftDockWidgetArea, dock);
     resizeDocks({dock}, {220}, Qt::Horizontal);
 
-    QMenu *menu = menuBar()->addMenu(tr("&View"));
-    QAction *pages = menu->addAction(tr("&Pages"));
+    QMenu *menu = menuBar()->addMenu("&View"_L1);
+    QAction *pages = menu->addAction("&Pages"_L1);
     pages->setCheckable(true);
-    pages->setChecked(true);
     pages->setShortcut(QKeySequence(Qt::Key_F8));
+    pages->setChecked(settings().value(QStringLiteral("pages"), true).toBool());
+    m_pages->setVisible(pages->isChecked());
     connect(pages, &QAction::toggled, m_pages, &QWidget::setVisible);
     dock->toggleViewAction()->setShortcut(QKeySequence(Qt::Key_F9));
     menu->addAction(dock->toggleViewAction());
-    add(menu, tr("&Larger"), QStringLiteral("Ctrl++"), [this] { zoom(1); });
-    add(menu, tr("&Smaller"), QStringLiteral("Ctrl+-"), [this] { zoom(-1); });
+    add(menu, "&Larger"_L1, QStringLiteral("Ctrl++"), [this] { zoom(1); });
+    add(menu, "&Smaller"_L1, QStringLiteral("Ctrl+-"), [this] { zoom(-1); });
 }
 
 bool Host::Window::open(const QString &path, QString *error)
@@ -253,17 +250,19 @@ bool Host::Window::open(const QString &path, QString *error)
     const QFileInfo info(isNameless ? path + QLatin1String(".fountain") : path);
     const bool isRichText = info.suffix().compare(QLatin1String("html"), Qt::CaseInsensitive) == 0;
     QString text;
+    QStringList messages;
     TextForm form;
     if (info.exists() && !readText(path, &text, error, &form))
         return false;
     if (isRichText) {
-        text = fountainFrom(text);
+        text = fountainFrom(text, &messages);
         if (text.isNull())
-            return fail(path, tr("has no paragraphs of a script"), error);
+            return fail(path, "has no paragraphs of a script"_L1, error);
         form = TextForm();
     }
     m_form = form;
     setText(text, isRichText ? QString() : info.filePath(), isRichText);
+    tell(messages);
     return true;
 }
 
@@ -299,7 +298,7 @@ void Host::Window::setPath(const QString &path)
     const QFileInfo info(path);
     m_path = path.isEmpty() ? QString() : info.absoluteFilePath();
     m_onDisk = bytesOf(m_path);
-    setWindowTitle((path.isEmpty() ? tr("Untitled") : info.fileName())
+    setWindowTitle((path.isEmpty() ? QString("Untitled"_L1) : info.fileName())
                    + QLatin1String("[*] - zemscript"));
     if (!info.exists() || path.isEmpty())
         return;
@@ -319,10 +318,18 @@ void Host::Window::listRecent(QMenu *menu)
         add(menu, path, QString(), [this, path] { openAfterQuestion(path); });
 }
 
+/// Tells what the export could not write of rich text that has come in. Later: the program that it
+/// was dropped from waits until then.
+void Host::Window::tell(const QStringList &messages)
+{
+    if (!messages.isEmpty())
+        QTimer::singleShot(0, this, [this, messages] { warnUnless(false, messages.join(u'\n')); });
+}
+
 bool Host::Window::warnUnless(bool done, const QString &error)
 {
     if (!done)
-        QMessageBox::warning(this, QLatin1String(program), error);
+        QMessageBox::warning(this, program, error);
     return done;
 }
 
@@ -331,7 +338,7 @@ bool Host::Window::mayLoseChanges()
     if (!isWindowModified())
         return true;
     const auto answer = QMessageBox::question(
-        this, QLatin1String(program), tr("Save the changes to this script?"),
+        this, program, "Save the changes to this script?"_L1,
         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
     return answer == QMessageBox::Save ? saveTo(m_path) : answer == QMessageBox::Discard;
 }
@@ -362,12 +369,13 @@ QString Host::Window::askForPath(const QString &title, const QStringList &ending
 bool Host::Window::saveTo(QString path)
 {
     if (path.isEmpty()) {
-        path = askForPath(tr("Save As"), {QStringLiteral("fountain")});
+        path = askForPath("Save As"_L1, {QStringLiteral("fountain")});
     } else if (bytesOf(path) != m_onDisk
-               && QMessageBox::question(this, QLatin1String(program),
-                                        tr("%1 was changed by another program. Save over it?")
-                                            .arg(QFileInfo(path).fileName()),
-                                        QMessageBox::Save | QMessageBox::Cancel)
+               && QMessageBox::question(
+                      this, program,
+                      QStringLiteral("%1 was changed by another program. Save over it?")
+                          .arg(QFileInfo(path).fileName()),
+                      QMessageBox::Save | QMessageBox::Cancel)
                       != QMessageBox::Save) {
         return false;
     }
@@ -377,10 +385,10 @@ bool Host::Window::saveTo(QString path)
 
 void Host::Window::exportAs()
 {
-    const QString path = askForPath(tr("Export"), formatNames().split(QStringLiteral(", ")));
+    const QString path = askForPath("Export"_L1, formatNames().split(QStringLiteral(", ")));
     if (path.isEmpty())
         return;
-    QString error = tr("%1: unknown ending").arg(path);
+    QString error = QStringLiteral("%1: unknown ending").arg(path);
     const Format *format = formatOf(QFileInfo(path).suffix());
     QByteArray bytes;
     if (format) {
@@ -406,24 +414,30 @@ void Host::Window::checkDisk()
     }
     if (!m_watcher.files().contains(m_path) && QFileInfo::exists(m_path))
         m_watcher.addPath(m_path); // A file that is replaced is watched no more.
-    statusBar()->showMessage(tr("The file was changed by another program."), 10000);
+    statusBar()->showMessage("The file was changed by another program."_L1, 10000);
 }
 
 void Host::Window::offerLeftBehind()
 {
+    static QStringList declined; // in this run of the program
     const QStringList files = Recovery::leftBehind();
     for (const QString &file : files) {
         Recovery::Copy copy;
-        if (!Recovery::read(file, &copy))
+        if (declined.contains(file) || !Recovery::read(file, &copy))
             continue;
-        const QString name = copy.path.isEmpty() ? tr("Untitled") : QFileInfo(copy.path).fileName();
+        const QString name =
+            copy.path.isEmpty() ? QString("Untitled"_L1) : QFileInfo(copy.path).fileName();
+        const bool isOlder = copy.time < QFileInfo(copy.path).lastModified();
         const auto answer = QMessageBox::question(
-            this, QLatin1String(program),
-            tr("%1 was not saved when its window came to an end. Open the copy of %2?")
-                .arg(name, QLocale().toString(copy.time, QLocale::ShortFormat)),
+            this, program,
+            QStringLiteral("%1 was not saved when its window came to an end. Open the copy of %2?")
+                    .arg(name, QLocale().toString(copy.time, QLocale::ShortFormat))
+                + (isOlder ? " The file on the disk is newer."_L1 : ""_L1),
             QMessageBox::Open | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Open);
-        if (answer == QMessageBox::Cancel)
+        if (answer == QMessageBox::Cancel) {
+            declined.append(file);
             continue;
+        }
         if (answer == QMessageBox::Open) {
             const bool here = !isWindowModified() && (m_path.isEmpty() || m_path == copy.path);
             Window *window = here ? this : new Window;
@@ -526,10 +540,13 @@ void Host::Window::showPlace()
     m_sceneView->setCurrentIndex(m_scenes.index(int(scene - m_headings.cbegin()) - 1));
     const Paragraph &paragraph = script.at(index);
     const int page = m_reading.pages.at(index);
-    const QString kind = paragraph.titlePage ? tr("Title page") : tr(kindNames[paragraph.type]);
+    const QString kind =
+        paragraph.titlePage ? QString("Title page"_L1) : QString(kindNames[paragraph.type]);
     const QStringList parts = {
-        kind, page == 0 ? tr("Title page") : tr("Page %1 of %2").arg(page).arg(m_reading.pageCount),
-        tr("%L1 words").arg(m_reading.words)};
+        kind,
+        page == 0 ? QString("Title page"_L1)
+                  : QStringLiteral("Page %1 of %2").arg(page).arg(m_reading.pageCount),
+        QStringLiteral("%L1 words").arg(m_reading.words)};
     m_place->setText(parts.join(QStringLiteral("  ·  ")));
 }
 
@@ -556,6 +573,8 @@ void Host::Window::closeEvent(QCloseEvent *event)
     QSettings kept = settings();
     kept.setValue(QStringLiteral("geometry"), saveGeometry());
     kept.setValue(QStringLiteral("state"), saveState());
+    kept.setValue(QStringLiteral("split"), m_beside->saveState());
+    kept.setValue(QStringLiteral("pages"), !m_pages->isHidden());
     kept.setValue(QStringLiteral("zoom"), m_zoom);
 }
 

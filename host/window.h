@@ -17,6 +17,7 @@
 
 class QLabel;
 class QListView;
+class QSplitter;
 
 namespace Host {
 
@@ -75,6 +76,7 @@ private:
     void setText(const QString &text, const QString &path, bool modified);
     void setPath(const QString &path);
     void listRecent(QMenu *menu);
+    void tell(const QStringList &messages);
     bool warnUnless(bool done, const QString &error);
     QString askForPath(const QString &title, const QStringList &endings);
     bool mayLoseChanges();
@@ -91,6 +93,7 @@ private:
     ScriptEditor *m_editor;
     PagesView *m_pages;
     FindBar *m_findBar;
+    QSplitter *m_beside; ///< The script and its pages.
     QListView *m_sceneView;
     QLabel *m_place;
     Highlighter *m_highlighter;

@@ -3,9 +3,10 @@
 
 #include "host/files.h"
 #include "host/highlighter.h"
-#include "host/richtext.h"
 #include "host/pagesview.h"
+#include "host/records.h"
 #include "host/recovery.h"
+#include "host/richtext.h"
 #include "host/scripteditor.h"
 #include "host/window.h"
 
@@ -28,6 +29,7 @@
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QSplitter>
 #include <QtWidgets/QStatusBar>
 
 #include <csignal>
@@ -258,10 +260,15 @@ private Q_SLOTS:
         child.setProcessEnvironment(environment);
         child.start(QCoreApplication::applicationFilePath(), {s("killedWindowLeavesItsText")});
         QVERIFY(child.waitForFinished(30000) && child.exitStatus() == QProcess::CrashExit);
+        write(path(), "Old.\r\n"); // later than the copy
         QString question;
         answerNext(QMessageBox::Cancel, &question);
         showNew();
-        QTRY_VERIFY(question.contains(s("s.fountain")));
+        QTRY_VERIFY(question.contains(s("s.fountain")) && question.contains(s("newer")));
+        showNew();
+        QTest::qWait(50);
+        QVERIFY(!QApplication::activeModalWidget()); // It is asked once in a run of the program.
+        QVERIFY(copies().rename(copies().entryList({s("*.copy")}).value(0), s("another.copy")));
         answerNext(QMessageBox::Open);
         showNew();
         QTRY_COMPARE(m_editor->text(), s("Unsaved. Old.\n"));
@@ -289,6 +296,19 @@ private Q_SLOTS:
         QCOMPARE(count(), 1);
         key(Qt::Key_S, Qt::ControlModifier);
         QCOMPARE(count(), 0);
+    }
+
+    void copyThatFailsIsKnown()
+    {
+        Host::Recovery recovery;
+        {
+            const SizeLimit limit(4);
+            recovery.put(path(), s("text"));
+            QTRY_VERIFY(recovery.hasFailed());
+        }
+        recovery.put(path(), s("text"));
+        QTRY_VERIFY(!recovery.hasFailed());
+        recovery.remove();
     }
 
     void changeOnTheDiskIsNoticed()
@@ -450,6 +470,18 @@ private Q_SLOTS:
         m_editor->clear();
         key(Qt::Key_V, Qt::ControlModifier);
         QVERIFY2(m_editor->text().contains(s("ANNA\nWho *is* it?")), qPrintable(m_editor->text()));
+        // What a script cannot say is told.
+        document.clear();
+        QTextCursor cursor(&document);
+        cursor.setBlockFormat(ZEMScriptElement::find(Host::records(), s("Character")).blockFormat);
+        cursor.insertText(s("bob"));
+        auto *small = new QMimeData;
+        small->setHtml(document.toHtml());
+        QApplication::clipboard()->setMimeData(small);
+        QString message;
+        answerNext(QMessageBox::Ok, &message);
+        key(Qt::Key_V, Qt::ControlModifier);
+        QTRY_VERIFY2(message.contains(s("bob")), qPrintable(message));
         auto *other = new QMimeData;
         other->setHtml(s("<p>A <b>b</b></p>"));
         other->setText(s("A b"));
@@ -498,8 +530,16 @@ private Q_SLOTS:
         QVERIFY(!m_pages->isVisible());
         open(example);
         m_window->resize(1011, 555);
+        auto *split = m_window->findChild<QSplitter *>();
+        key(Qt::Key_F8);
+        split->setSizes({300, 600});
+        const QByteArray state = split->saveState();
+        key(Qt::Key_F8);
         QVERIFY(m_window->close());
         showNew();
+        QVERIFY(!m_pages->isVisible());
+        key(Qt::Key_F8);
+        QCOMPARE(m_window->findChild<QSplitter *>()->saveState(), state);
         QCOMPARE(m_editor->font().pointSize(), points + 1);
         QCOMPARE(m_window->size(), QSize(1011, 555));
         auto *recent = m_window->menuBar()->findChildren<QMenu *>().at(1);
