@@ -1,9 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The ZemFountain authors
 // SPDX-License-Identifier: MIT
 
+#include "fuzz/scripts.h"
 #include "host/reading.h"
 #include "host/records.h"
-#include "scripts.h"
+#include "rows.h"
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QFile>
@@ -264,12 +265,9 @@ void ReadingTest::madeRichText()
             QTextCharFormat format;
             if (random.bounded(3) == 0)
                 format.setFontItalic(true);
-            const auto any = [&random] {
-                return textOf(madeLines[random.bounded(int(std::size(madeLines)))]);
-            };
-            insert(kind, any(), QTextCharFormat(), &cursor);
+            insert(kind, madeLine(&random), QTextCharFormat(), &cursor);
             if (random.bounded(4) == 0)
-                cursor.insertText(any(), format);
+                cursor.insertText(madeLine(&random), format);
         }
         removeFirstBlock(&document);
         QStringList lines;

@@ -4,7 +4,7 @@
 // roundtrip COUNT SEED FILES...: sends COUNT made scripts and the files to rich text and back, and
 // prints what does not come back. The exit code is 1 if anything does not.
 
-#include "scripts.h"
+#include "fuzz/scripts.h"
 
 #include <QtCore/QFile>
 #include <QtGui/QGuiApplication>
@@ -27,11 +27,12 @@ int main(int argc, char **argv)
                     qPrintable(comeBack(least)));
     };
     for (quint32 i = 0; i < count; ++i)
-        check(u"script %1"_s.arg(seed + i), madeScript(seed + i));
+        check(QStringLiteral("script %1").arg(seed + i), madeScript(seed + i));
     for (const QString &path : arguments.mid(3)) {
         QFile file(path);
         if (file.open(QIODevice::ReadOnly)) {
-            check(path, QString::fromUtf8(file.readAll()).replace(u"\r\n"_s, u"\n"_s));
+            check(path, QString::fromUtf8(file.readAll())
+                            .replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
         } else {
             ++failures;
             std::printf("%s: %s\n", qPrintable(path), qPrintable(file.errorString()));
