@@ -270,13 +270,15 @@ QByteArray Host::toPlainPages(const QVector<Page> &pages)
         int row = 0;
         int column = 0;
         for (const PageLine &line : pages.at(i).lines) {
+            const QString letters = textOf(line.stretches);
+            if (letters.isEmpty())
+                continue; // and no blanks at the end of a line
             if (line.row > row)
                 column = 0;
-            text +=
-                QString(line.row - row, u'\n') + QString(std::max(line.column - column, 0), u' ');
+            text += QString(line.row - row, u'\n')
+                    + QString(std::max(line.column - column, 0), u' ') + letters;
             row = line.row;
-            text += textOf(line.stretches);
-            column = line.column + lettersOf(textOf(line.stretches));
+            column = line.column + lettersOf(letters);
         }
         text += pages.at(i).lines.isEmpty() ? QString() : QStringLiteral("\n");
     }
