@@ -426,7 +426,7 @@ void Reader::begin(const SourceLine &line, QFnElement::Type type)
 void Reader::addText(const SourceLine &line, const Inner &inner)
 {
     const QVector<Mark> marks = marksOf(inner);
-    const Mark *mark = marks.cbegin();
+    auto mark = marks.cbegin();
     Stretch look;
     for (int at = line.start; at < line.end;) {
         if (mark != marks.cend() && at == mark->start) {
