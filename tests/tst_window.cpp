@@ -115,7 +115,12 @@ class WindowTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+    void initTestCase()
+    {
+        // Not the user's own data, nor those of this test where it runs at the same time.
+        if (!qEnvironmentVariableIsSet(killedVariable))
+            qputenv("XDG_DATA_HOME", m_data.path().toLocal8Bit());
+    }
 
     void init()
     {
@@ -652,6 +657,7 @@ private:
         return nullptr;
     }
 
+    QTemporaryDir m_data;
     QScopedPointer<QTemporaryDir> m_folder;
     QScopedPointer<Host::Window> m_window;
     Host::ScriptEditor *m_editor = nullptr;
