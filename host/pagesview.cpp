@@ -31,15 +31,6 @@ bool sameLook(const Host::Paragraph &a, const Host::Paragraph &b)
                          b.stretches.cend(), sameStretch);
 }
 
-/// Puts \a paragraph into the block of the \a cursor in the place of what it holds.
-void fill(QTextCursor cursor, const Host::Paragraph &paragraph)
-{
-    cursor.movePosition(QTextCursor::StartOfBlock);
-    cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
-    cursor.removeSelectedText();
-    Host::insertParagraph(paragraph, &cursor);
-}
-
 } // namespace
 
 Host::PagesView::PagesView()
@@ -70,16 +61,16 @@ void Host::PagesView::setScript(const QVector<Paragraph> &script)
     const auto changed =
         std::mismatch(m_script.cbegin(), m_script.cend(), shown.cbegin(), shown.cend(), sameLook);
     int front = int(changed.second - shown.cbegin());
-    const auto last =
+    const auto tail =
         std::mismatch(m_script.crbegin(), std::make_reverse_iterator(changed.first),
                       shown.crbegin(), std::make_reverse_iterator(changed.second), sameLook);
-    int oldEnd = int(last.first.base() - m_script.cbegin());
-    int newEnd = int(last.second.base() - shown.cbegin());
+    int oldEnd = int(tail.first.base() - m_script.cbegin());
+    int newEnd = int(tail.second.base() - shown.cbegin());
     const bool same = front == oldEnd && front == newEnd;
     m_script = shown;
     if (same)
         return;
-    // There is at least one block to fill, so that a block can be added or taken away behind it.
+    // At least one block is filled anew, so that one can be added or taken away behind it.
     if (front == oldEnd || front == newEnd) {
         if (front > 0) {
             --front;
@@ -88,22 +79,15 @@ void Host::PagesView::setScript(const QVector<Paragraph> &script)
             ++newEnd;
         }
     }
+    const QTextBlock last = document()->findBlockByNumber(oldEnd - 1);
     QTextCursor cursor(document()->findBlockByNumber(front));
     cursor.beginEditBlock();
-    for (; oldEnd > newEnd; --oldEnd) {
-        cursor.movePosition(QTextCursor::EndOfBlock);
-        cursor.movePosition(QTextCursor::NextBlock, QTextCursor::KeepAnchor);
-        cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
-        cursor.removeSelectedText();
-    }
+    cursor.setPosition(last.position() + last.length() - 1, QTextCursor::KeepAnchor);
+    cursor.removeSelectedText();
     for (int i = front; i < newEnd; ++i) {
-        if (i > front && i < oldEnd) {
-            cursor.movePosition(QTextCursor::NextBlock);
-        } else if (i > front) {
-            cursor.movePosition(QTextCursor::EndOfBlock);
+        if (i > front)
             cursor.insertBlock();
-        }
-        fill(cursor, shown.at(i));
+        insertParagraph(shown.at(i), &cursor);
     }
     cursor.endEditBlock();
 }

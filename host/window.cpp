@@ -62,13 +62,8 @@ QByteArray bytesOf(const QString &path)
 
 int wordsIn(const QString &text)
 {
-    int words = 0;
-    bool inWord = false;
-    for (const QChar c : text) {
-        words += !inWord && !c.isSpace() ? 1 : 0;
-        inWord = !c.isSpace();
-    }
-    return words;
+    const QString words = text.simplified();
+    return words.isEmpty() ? 0 : int(words.count(u' ')) + 1;
 }
 
 /// The keys of \a uses, most used first.
