@@ -8,7 +8,7 @@
 #include <QtGui/QKeyEvent>
 #include <QtGui/QTextCursor>
 #include <QtWidgets/QCheckBox>
-#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QGridLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPlainTextEdit>
@@ -25,22 +25,23 @@ Host::FindBar::FindBar(QPlainTextEdit *editor)
 {
     m_sought->setPlaceholderText("Find"_L1);
     m_replacement->setPlaceholderText("Replace with"_L1);
-    auto *row = new QHBoxLayout(this);
-    row->setContentsMargins(6, 4, 6, 4);
-    const auto addButton = [this, row](const QString &text, const auto &command) {
+    auto *grid = new QGridLayout(this);
+    grid->setContentsMargins(6, 4, 6, 4);
+    const auto addButton = [this, grid](int row, int column, const QString &text,
+                                        const auto &command) {
         auto *button = new QPushButton(text);
         button->setAutoDefault(false);
         connect(button, &QPushButton::clicked, this, command);
-        row->addWidget(button);
+        grid->addWidget(button, row, column);
     };
-    row->addWidget(m_sought, 2);
-    addButton("&Next"_L1, [this] { find(); });
-    addButton("&Previous"_L1, [this] { find(QTextDocument::FindBackward); });
-    row->addWidget(m_case);
-    row->addWidget(m_replacement, 2);
-    addButton("&Replace"_L1, [this] { replace(); });
-    addButton("&All"_L1, [this] { replaceAll(); });
-    row->addWidget(m_message);
+    grid->addWidget(m_sought, 0, 0);
+    addButton(0, 1, "&Next"_L1, [this] { find(); });
+    addButton(0, 2, "&Previous"_L1, [this] { find(QTextDocument::FindBackward); });
+    grid->addWidget(m_case, 0, 3);
+    grid->addWidget(m_replacement, 1, 0);
+    addButton(1, 1, "&Replace"_L1, [this] { replace(); });
+    addButton(1, 2, "&All"_L1, [this] { replaceAll(); });
+    grid->addWidget(m_message, 1, 3);
     connect(m_sought, &QLineEdit::returnPressed, this, [this] { find(); });
     connect(m_replacement, &QLineEdit::returnPressed, this, [this] { replace(); });
     hide();

@@ -211,6 +211,7 @@ void Host::Window::addViewMenu()
 {
     m_sceneView->setModel(&m_scenes);
     m_sceneView->setWordWrap(true);
+    m_sceneView->setResizeMode(QListView::Adjust);
     m_sceneView->setSpacing(2);
     m_sceneView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_sceneView->setEditTriggers(QListView::NoEditTriggers);
