@@ -75,9 +75,11 @@ QString masked(const QString &source)
         text.begin(), text.end(), [](QChar c) { return isMask(c) || c == endOfInput; }, u'-');
     // What was found is kept, so that the search for each mark goes through the text once.
     const auto find = [&](QLatin1String mark, int from, int *found) {
-        if (*found < from)
-            *found = int(source.indexOf(mark, from));
-        return *found = *found < 0 ? size : *found;
+        if (*found < from) {
+            const int index = int(source.indexOf(mark, from));
+            *found = index < 0 ? size : index;
+        }
+        return *found;
     };
     int notes = -1, noteEnds = -1, comments = -1, commentEnds = -1, blankLines = -1;
     for (int at = 0; at < size;) {
