@@ -505,6 +505,7 @@ void Reader::addStretch(int start, int end, Stretch look)
 void Reader::addLineEnd(const SourceLine &line)
 {
     Stretch look = m_paragraphs.last().stretches.last();
+    look.text.clear(); // It is shared, and would be copied for each line that is added to it.
     look.kind = Stretch::Text;
     addStretch(line.start - 1, line.start, look);
 }
