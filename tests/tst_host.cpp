@@ -59,6 +59,7 @@ const Use uses[] = {
     {"title of HTML", "zemscript import all --to html | grep -o '<title>.*</title>'", "<title>A</title>\n"},
     {"or the name of the file", "zemscript import good --to html | grep -o '<title>.*</title>'", "<title>good</title>\n"},
     {"encoding of HTML", "zemscript import good --to html | grep -ic 'charset=.\\?utf-8'", "1\n"},
+    {"sides of HTML", "printf 'Title: A\n\n> b\n' | zemscript import - --to html | grep -o 'align=\"[a-z]*\"'", "align=\"center\"\nalign=\"right\"\n"},
     {"the library's own rich text", "zemscript import plain x.html --plain && zemscript export x.html --plain", "\n.B \nc"},
     {"what no script can say", "echo '<p>a *b* c</p><p>a</p>' | zemscript export - x 2>&1 | grep -c ^zemscript:", "1\n"},
     {"elements", "zemscript elements all",
@@ -76,7 +77,7 @@ const Use uses[] = {
 };
 
 const Refusal refusals[] = {
-    {"missing", "zemscript import none o.html", 1, "none: no such file"},
+    {"missing", "zemscript import none o.html", 1, "none: no such file\n"},
     {"folder", "zemscript import folder o.html", 1, "folder: is a folder"},
     {"folder on standard input", "zemscript elements - < folder", 1, "standard input: cannot be read"},
     {"no UTF-8", "zemscript import latin o.html", 1, "latin: is not UTF-8 at byte 4, counted from 0; mend it with: iconv -f WINDOWS-1252 -t UTF-8 'latin'"},

@@ -105,21 +105,22 @@ const Row readingRows[] = {
     {"transitions", u"> FADE OUT.\n\n>x\n\n>\n", u"Transition: FADE OUT.\nTransition: x\nAction: >"},
 };
 
-// Rich text of lines "Kind: text", and all that its export has to say.
+// Rich text of lines "Kind: text", and the script that it becomes with all that there is to tell.
 const Row messageRows[] = {
-    {"a forced heading", u"SceneHeading: THE SEA", u""},
-    {"action in capitals", u"Action: LOUD\nAction: more", u""},
-    {"action like a section", u"Action: # a", u""},
-    {"a speech", u"Character: ANNA\nDialogue: A.\nParenthetical: (b)\nDialogue: C.", u""},
-    {"typed asterisks", u"Action: *a*", u"paragraph 1, Action \"*a*\", has no form in the script and becomes Action \"a\""},
+    {"headings and transitions, forced or not", u"SceneHeading: THE SEA\nSceneHeading: INT. SEA\nTransition: CUT TO:\nTransition: x",
+     u".THE SEA\n\nINT. SEA\n\nCUT TO:\n\n> x\n"},
+    {"action in capitals", u"Action: LOUD\nAction: more", u"LOUD\n\nmore\n"},
+    {"action like a section", u"Action: # a", u"!# a\n"},
+    {"a speech", u"Character: ANNA\nDialogue: A.\nParenthetical: (b)\nDialogue: C.", u"ANNA\nA.\n(b)\nC.\n"},
+    {"typed asterisks", u"Action: *a*", u"*a*\nparagraph 1, Action \"*a*\", has no form in the script and becomes Action \"a\""},
     {"a cue in small letters", u"Action: a\nCharacter: bob\nDialogue: b",
-     u"paragraph 2, Character \"bob\", has no form in the script and becomes Action \"bob b\"\n"
+     u"a\n\nbob\nb\nparagraph 2, Character \"bob\", has no form in the script and becomes Action \"bob b\"\n"
      "paragraph 3, Dialogue \"b\", has no form in the script and becomes Action \"bob b\""},
     {"a long speech without a cue", u"Dialogue: 123456789 123456789 123456789 123456789 1",
-     u"paragraph 1, Dialogue \"123456789 123456789 123456789 123456789 ...\", has no form in the script and becomes "
+     u"123456789 123456789 123456789 123456789 1\nparagraph 1, Dialogue \"123456789 123456789 123456789 123456789 ...\", has no form in the script and becomes "
      "Action \"123456789 123456789 123456789 123456789 ...\""},
-    {"emphasis in a speech", u"Character: ANNA\nDialogue: <b>A</b>", u""},
-    {"emphasis in a heading, once", u"SceneHeading: <b>INT. SEA</b>", u"paragraph 1, Scene Heading \"INT. SEA\", loses its emphasis"},
+    {"emphasis in a speech", u"Character: ANNA\nDialogue: <b>A</b>", u"ANNA\n**A**\n"},
+    {"emphasis in a heading, once", u"SceneHeading: <b>INT. SEA</b>", u"INT. SEA\nparagraph 1, Scene Heading \"INT. SEA\", loses its emphasis"},
 };
 // clang-format on
 
@@ -249,8 +250,8 @@ void ReadingTest::messages()
     }
     removeFirstBlock(&document);
     QStringList lines;
-    Host::exportScript(document, &lines);
-    QTEST(lines.join(u'\n'), "expected");
+    const QString script = Host::exportScript(document, &lines);
+    QTEST(script + lines.join(u'\n'), "expected");
 }
 
 /// Rich text without any message reads back as it is.
