@@ -4,24 +4,13 @@
 // zemallocations EXAMPLE prints how often a parse asks for memory on the heap, for each token of
 // the text. A program of its own, because the counting takes time.
 
+#include "bench/heap.h"
 #include "bench/script.h"
 #include "parser/qfnfastparser.h"
 
-#include <atomic>
-#include <cstddef>
 #include <cstdio>
 
-// A program's own malloc() takes the place of the C library's in all of its shared libraries. These
-// are the names under which glibc offers its own.
-extern "C" {
-void *__libc_malloc(size_t size);
-void *__libc_calloc(size_t count, size_t size);
-void *__libc_realloc(void *memory, size_t size);
-}
-
 namespace {
-
-std::atomic<long> count;
 
 /// How many times a parse of \a text asks for memory, for each token of the text.
 double allocationsForToken(const QString &text)
@@ -32,30 +21,12 @@ double allocationsForToken(const QString &text)
     while (tokens.nextToken().kind != QFnToken::EndOfInput)
         ++tokenCount;
     QFnFastParser parser(nullptr);
-    const long before = count;
+    const qint64 before = heapUse().requests;
     parser.parse(text);
-    return double(count - before) / tokenCount;
+    return double(heapUse().requests - before) / tokenCount;
 }
 
 } // namespace
-
-extern "C" void *malloc(size_t size)
-{
-    ++count;
-    return __libc_malloc(size);
-}
-
-extern "C" void *calloc(size_t number, size_t size)
-{
-    ++count;
-    return __libc_calloc(number, size);
-}
-
-extern "C" void *realloc(void *memory, size_t size)
-{
-    ++count;
-    return __libc_realloc(memory, size);
-}
 
 int main(int, char *argv[])
 {

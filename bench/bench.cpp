@@ -6,8 +6,6 @@
 //
 // zembench EXAMPLE [Google Benchmark's options]   measures times
 // zembench --peak ROAD                            prints the bytes a character that it takes
-// zembench --allocations EXAMPLE                  prints the heap allocations of a parse for a
-// token
 
 #include "bench/script.h"
 #include "bridge/ZemFountain.h"

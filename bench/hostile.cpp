@@ -1,10 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The ZemFountain authors
 // SPDX-License-Identifier: MIT
 
-// What nobody writes but somebody pastes: one piece repeated n times, on each road through the
-// library. The cost of all of it grows with n: "growth" is the time against half as many pieces,
-// and "memory" is what the result takes, in bytes a character.
+// What the shapes of n pieces cost on each road through the library, which grows with n: "growth"
+// is the time against half as many pieces, and "memory" is what the result takes, in bytes a
+// character.
 
+#include "bench/shapes.h"
 #include "bridge/ZemFountain.h"
 #include "model/qfndocument.h"
 #include "model/qfnelement.h"
@@ -27,38 +28,6 @@
 namespace {
 
 constexpr int smallest = 1 << 14;
-
-struct Shape
-{
-    const char *name, *piece, *before;
-};
-
-// clang-format off
-constexpr Shape shapes[] = {
-    {"open boneyards", "/*", ""},       {"boneyards", "/**/", ""},
-    {"open notes", "[[", ""},           {"closed notes", "]]", ""},
-    {"notes", "[[x]]", ""},             {"notes and text", "[[x]] y", ""},
-    {"hashes", "#", ""},                {"hashes in a heading", "#a", "\n.A"},
-    {"stars", "*", ""},                 {"double stars", "**", ""},
-    {"underscores", "_", ""},           {"starred letters", "*a", ""},
-    {"equals signs", "=", ""},          {"page breaks", "===\n", ""},
-    {"page breaks in text", "a===", ""}, {"dots", ".", ""},
-    {"exclamation marks", "!", ""},     {"centred lines", ">a<\n", ""},
-    {"opening angles", ">", ""},        {"closing angles", "<", ""},
-    {"opening brackets", "(", ""},      {"closing brackets", ")", ""},
-    {"blanks", " ", ""},                {"blanks in action", " ", "a"},
-    {"tabs", "\t", ""},                 {"tabs in action", "\t", "a"},
-    {"line feeds", "\n", ""},           {"line feeds in action", "\n", "a"},
-    {"carriage returns", "\r", ""},     {"headings", "INT. A #1#\n\n", ""},
-    {"keys in a value", "TITLE:", ""},  {"entries", "TITLE:\n", ""},
-    {"keys as a word", "TITLE", ""},    {"keys alone", "TITLE\n", ""},
-    {"drafts as a word", "Draft", ""},  {"drafts alone", "Draft\n", ""},
-    {"lines of action", "a\n", ""},     {"paragraphs", "a\n\n", ""},
-    {"lines of dialogue", "A\n", ""},   {"speeches", "A\nB\n\n", ""},
-    {"one word", "a", ""},              {"one line", "word ", ""},
-    {"parentheticals", "(a)", "A\n"},   {"empty parentheticals", "()", "A\n"},
-};
-// clang-format on
 
 /// One way through the library, with what each step leaves for the next.
 struct Trip
@@ -129,7 +98,7 @@ struct Cost
 Cost costOf(const Shape &shape, const Road &road, int count)
 {
     Trip trip;
-    trip.text = QLatin1String(shape.before) + QString::fromLatin1(shape.piece).repeated(count);
+    trip.text = shape.text(count);
     for (int i = 0; i < road.count - 1; ++i)
         road.steps[i](trip);
     const double memory = memoryInUse();
