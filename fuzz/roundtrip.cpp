@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The ZemFountain authors
 // SPDX-License-Identifier: MIT
 
-// roundtrip COUNT SEED FILES...: sends COUNT made scripts and the files to rich text and back, and
-// prints what does not come back. The exit code is 1 if anything does not.
+// roundtrip COUNT SEED FILES...: sends COUNT made scripts and the files to rich text and back, then
+// COUNT made pieces of rich text to a script and back, and prints what does not come back. The exit
+// code is 1 if anything does not.
 
 #include "fuzz/scripts.h"
 
@@ -38,7 +39,14 @@ int main(int argc, char **argv)
             std::printf("%s: %s\n", qPrintable(path), qPrintable(file.errorString()));
         }
     }
+    for (quint32 i = 0; i < count; ++i) {
+        bool isTold = false;
+        const QString change = silentChange(seed + i, &isTold);
+        failures += change.isNull() ? 0 : 1;
+        if (!change.isNull())
+            std::printf("rich text %u: %s\n", seed + i, qPrintable(change));
+    }
     std::printf("%d of %lld came back otherwise\n", failures,
-                static_cast<long long>(count + arguments.mid(3).size()));
+                static_cast<long long>(2 * count + arguments.mid(3).size()));
     return failures == 0 ? 0 : 1;
 }
