@@ -6,6 +6,7 @@
 
 #include "dump.h"
 #include "elements.h"
+#include "files.h"
 #include "formats.h"
 
 #include <QtCore/QTemporaryDir>
@@ -54,13 +55,6 @@ const QString recordOfEachType =
     "SceneHeading=m8|Scene Heading=m8|SectionHeading=m9|Section Heading=m9|Synopsis=m10|"
     "Transition=m11|General=m12"_s;
 
-QString parsed(const QString &text)
-{
-    QFnFastParser parser(nullptr);
-    parser.parse(text);
-    return dump(*parser.document);
-}
-
 /// What the road there and back makes of a script: the blocks of the import, the text that the
 /// export writes, and what that reads back as.
 QString comeBack(const QString &script)
@@ -70,11 +64,13 @@ QString comeBack(const QString &script)
     ZemFountain::parseText(script, &document, &list, nullptr);
 
     const QTemporaryDir dir;
-    QFile file(dir.filePath(u"back.fountain"_s));
-    ZemFountain::writeFile(file.fileName(), document, list, nullptr);
-    file.open(QIODevice::ReadOnly);
-    const QString written = QString::fromUtf8(file.readAll());
-    return escaped(document.toPlainText()) + u'\n' + escaped(written) + u'\n' + parsed(written);
+    const QString path = dir.filePath(u"back.fountain"_s);
+    ZemFountain::writeFile(path, document, list, nullptr);
+    const QString written = QString::fromUtf8(contents(path));
+    QFnFastParser parser(nullptr);
+    parser.parse(written);
+    return escaped(document.toPlainText()) + u'\n' + escaped(written) + u'\n'
+           + dump(*parser.document);
 }
 
 // clang-format off
@@ -221,14 +217,14 @@ private Q_SLOTS:
     void writingAFile()
     {
         const QTemporaryDir dir;
-        QFile file(dir.filePath(u"a.fountain"_s));
+        const QString path = dir.filePath(u"a.fountain"_s);
         const QTextDocument document(u"a\n\nb"_s);
         QString error;
         QVERIFY(!ZemFountain::writeFile(dir.path(), document, records(), &error));
         QVERIFY(!error.isEmpty());
-        QVERIFY(ZemFountain::writeFile(file.fileName(), document, records(), &error));
-        QVERIFY(error.isEmpty() && file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), QByteArray("\na\n\nb"));
+        QVERIFY(ZemFountain::writeFile(path, document, records(), &error));
+        QCOMPARE(error, QString());
+        QCOMPARE(contents(path), QByteArray("\na\n\nb"));
     }
 };
 

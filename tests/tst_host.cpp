@@ -2,81 +2,53 @@
 // SPDX-License-Identifier: MIT
 
 #include "dump.h"
+#include "files.h"
 #include "host/files.h"
 
 #include <QtCore/QProcess>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QTemporaryDir>
 
-#include <csignal>
-#include <sys/resource.h>
-
 namespace {
 
-struct Outcome
-{
-    int code = -1;
-    QByteArray out, err;
-};
-
-QByteArray contents(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void create(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
-
 /// A line for the shell and what it gives.
-struct Use
-{
-    const char *name, *line;
-    const char *out; ///< all of it
-};
-
-struct Refusal
+struct Call
 {
     const char *name, *line;
     int code;
-    const char *message; ///< in the one line on standard error
+    const char
+        *words; ///< All on standard output, or with a code in the one line on standard error.
 };
 
 // clang-format off
-const Use uses[] = {
-    {"standard input to standard output", "zemscript import - --to txt < good", "               Anna enters.\n"},
-    {"the format told beats the ending", "zemscript import good x.pdf --to TXT && cat x.pdf", "               Anna enters.\n"},
-    {"ending in capitals", "zemscript import good x.TXT && cat x.TXT", "               Anna enters.\n"},
-    {"no platform is heeded", "QT_QPA_PLATFORM=none QT_QPA_PLATFORMTHEME=gtk3 zemscript import good --to txt", "               Anna enters.\n"},
-    {"ODF", "zemscript import good x.odt && head -c 2 x.odt", "PK"},
-    {"PDF", "zemscript import good x.pdf && head -c 5 x.pdf", "%PDF-"},
-    {"to HTML and back", "zemscript import all x.html && zemscript export x.html - | cmp - all", ""},
-    {"in a pipe", "zemscript import good --to html | zemscript export - back && cat back", "Anna enters.\n"},
-    {"title of HTML", "zemscript import all --to html | grep -o '<title>.*</title>'", "<title>A</title>\n"},
-    {"or the name of the file", "zemscript import good --to html | grep -o '<title>.*</title>'", "<title>good</title>\n"},
-    {"encoding of HTML", "zemscript import good --to html | grep -ic 'charset=.\\?utf-8'", "1\n"},
-    {"sides of HTML", "printf 'Title: A\n\n> b\n' | zemscript import - --to html | grep -o 'align=\"[a-z]*\"'", "align=\"center\"\nalign=\"right\"\n"},
-    {"the library's own rich text", "zemscript import plain x.html --plain && zemscript export x.html --plain", "\n.B \nc"},
-    {"what no script can say", "echo '<p>a *b* c</p><p>a</p>' | zemscript export - x 2>&1 | grep -c ^zemscript:", "1\n"},
-    {"elements", "zemscript elements all",
+const Call calls[] = {
+    {"standard input to standard output", "zemscript import - --to txt < good", 0, "               Anna enters.\n"},
+    {"the format told beats the ending", "zemscript import good x.pdf --to TXT && cat x.pdf", 0, "               Anna enters.\n"},
+    {"ending in capitals", "zemscript import good x.TXT && cat x.TXT", 0, "               Anna enters.\n"},
+    {"no platform is heeded", "QT_QPA_PLATFORM=none QT_QPA_PLATFORMTHEME=gtk3 zemscript import good --to txt", 0, "               Anna enters.\n"},
+    {"ODF", "zemscript import good x.odt && head -c 2 x.odt", 0, "PK"},
+    {"PDF", "zemscript import good x.pdf && head -c 5 x.pdf", 0, "%PDF-"},
+    {"to HTML and back", "zemscript import all x.html && zemscript export x.html - | cmp - all", 0, ""},
+    {"in a pipe", "zemscript import good --to html | zemscript export - back && cat back", 0, "Anna enters.\n"},
+    {"title of HTML", "zemscript import all --to html | grep -o '<title>.*</title>'", 0, "<title>A</title>\n"},
+    {"or the name of the file", "zemscript import good --to html | grep -o '<title>.*</title>'", 0, "<title>good</title>\n"},
+    {"encoding of HTML", "zemscript import good --to html | grep -ic 'charset=.\\?utf-8'", 0, "1\n"},
+    {"sides of HTML", "printf 'Title: A\n\n> b\n' | zemscript import - --to html | grep -o 'align=\"[a-z]*\"'", 0, "align=\"center\"\nalign=\"right\"\n"},
+    {"the library's own rich text", "zemscript import plain x.html --plain && zemscript export x.html --plain", 0, "\n.B \nc"},
+    {"what no script can say", "echo '<p>a *b* c</p><p>a</p>' | zemscript export - x 2>&1 | grep -c ^zemscript:", 0, "1\n"},
+    {"elements", "zemscript elements all", 0,
      "Title Page      \"Title\": \"A\"\nTitle Page      \"Author\": \"Z\"\n"
      "Scene Heading   \"B \" number \"1\"\nAction          \"c\" bold italic underline centred\n"
      "Action          \"\" centred\nAction          \"d\\\\\"\nSection Heading \"e\" depth 2\nUndefined       \"\"\n"},
-    {"mark and line ends", "zemscript elements mac", "Scene Heading   \"A\"\nAction          \"b\"\n"},
-    {"US Letter", "LC_ALL=en_US.UTF-8 zemscript import good --to pdf | grep -ao 'MediaBox .0 0 ...'", "MediaBox [0 0 612\n"},
-    {"A4 where it is custom", "LC_ALL=de_DE.UTF-8 zemscript import good --to pdf | grep -ao 'MediaBox .0 0 ...'", "MediaBox [0 0 595\n"},
-    {"Letter as told", "LC_ALL=de_DE.UTF-8 zemscript import good --to pdf --paper letter | grep -ao 'MediaBox .0 0 ...'", "MediaBox [0 0 612\n"},
-    {"A4 as told", "LC_ALL=C zemscript import good --to pdf --paper a4 | grep -ao 'MediaBox .0 0 ...'", "MediaBox [0 0 595\n"},
-    {"version", "zemscript --version | tr -d 0-9", "zemscript ..\n"},
-    {"many at once", "for i in $(seq 20); do zemscript import good o$i.txt & zemscript import good o.txt & done; wait; sort o*.txt | uniq -c",
+    {"mark and line ends", "zemscript elements mac", 0, "Scene Heading   \"A\"\nAction          \"b\"\n"},
+    {"US Letter", "LC_ALL=en_US.UTF-8 zemscript import good --to pdf | grep -ao 'MediaBox .0 0 ...'", 0, "MediaBox [0 0 612\n"},
+    {"A4 where it is custom", "LC_ALL=de_DE.UTF-8 zemscript import good --to pdf | grep -ao 'MediaBox .0 0 ...'", 0, "MediaBox [0 0 595\n"},
+    {"Letter as told", "LC_ALL=de_DE.UTF-8 zemscript import good --to pdf --paper letter | grep -ao 'MediaBox .0 0 ...'", 0, "MediaBox [0 0 612\n"},
+    {"A4 as told", "LC_ALL=C zemscript import good --to pdf --paper a4 | grep -ao 'MediaBox .0 0 ...'", 0, "MediaBox [0 0 595\n"},
+    {"version", "zemscript --version | tr -d 0-9", 0, "zemscript ..\n"},
+    {"many at once", "for i in $(seq 20); do zemscript import good o$i.txt & zemscript import good o.txt & done; wait; sort o*.txt | uniq -c", 0,
      "     21                Anna enters.\n"},
-};
-
-const Refusal refusals[] = {
+    // What fails or is refused leaves an older file as it was.
     {"missing", "zemscript import none o.html", 1, "none: no such file\n"},
     {"folder", "zemscript import folder o.html", 1, "folder: is a folder"},
     {"folder on standard input", "zemscript elements - < folder", 1, "standard input: cannot be read"},
@@ -135,61 +107,43 @@ private Q_SLOTS:
     {
         m_folder.reset(new QTemporaryDir);
         QVERIFY(QDir(m_folder->path()).mkdir(u"folder"_s));
-        create(path(u"good"_s), "Anna enters.\n");
-        create(path(u"all"_s),
-               "Author: Z\nTitle: A\n\nINT. B #1#\n\n> ***_c_*** <\n\nd\\\n\n## e\n\n");
-        create(path(u"plain"_s), "INT. B #1#\n\nc\n\n");
-        create(path(u"lines"_s), u"\U00010600\u1780 a\n"_s.toUtf8());
-        create(path(u"in.html"_s), "<p>x</p>");
-        create(path(u"nfew.conf"_s), "<fontconfig></fontconfig>");
-        create(path(u"few.conf"_s),
-               "<fontconfig><dir>" + path(u"folder"_s).toUtf8() + "</dir></fontconfig>");
-        create(path(u"mac"_s), "\xEF\xBB\xBFINT. A\r\rb\r");
-        create(path(u"latin"_s), "Caf\n\xE9 b\n");
-        create(path(u"it's"_s), QByteArray("\xFF\xFE"
-                                           "a\0",
-                                           4));
-        create(path(u"wide"_s), QByteArray("a\0\n\0", 4));
-        create(path(u"Wide"_s), QByteArray("\0a\0\n", 4));
-        create(path(u"short"_s), "ab\xEF\xBF");
-        create(path(u"mark"_s), "\xEF\xBB\xBF"
-                                "ab\xED\xA0\x80");
+        const QByteArray folder = path(u"folder"_s).toUtf8();
+        const std::pair<const char *, QByteArray> files[] = {
+            {"good", "Anna enters.\n"},
+            {"all", "Author: Z\nTitle: A\n\nINT. B #1#\n\n> ***_c_*** <\n\nd\\\n\n## e\n\n"},
+            {"plain", "INT. B #1#\n\nc\n\n"},
+            {"lines", u"\U00010600\u1780 a\n"_s.toUtf8()},
+            {"in.html", "<p>x</p>"},
+            {"o.html", "older"},
+            {"nfew.conf", "<fontconfig></fontconfig>"},
+            {"few.conf", "<fontconfig><dir>" + folder + "</dir></fontconfig>"},
+            {"mac", "\xEF\xBB\xBFINT. A\r\rb\r"},
+            {"latin", "Caf\n\xE9 b\n"},
+            {"it's", QByteArray("\xFF\xFE\x61\0", 4)},
+            {"wide", QByteArray("a\0\n\0", 4)},
+            {"Wide", QByteArray("\0a\0\n", 4)},
+            {"short", "ab\xEF\xBF"},
+            {"mark", "\xEF\xBB\xBFxy\xED\xA0\x80"},
+        };
+        for (const auto &file : files)
+            create(path(QLatin1String(file.first)), file.second);
     }
 
-    void does_data()
+    void answers_data() { addIndices(calls); }
+    void answers()
     {
-        QTest::addColumn<int>("row");
-        for (const Use &use : uses)
-            QTest::newRow(use.name) << int(&use - uses);
-    }
-
-    void does()
-    {
-        QFETCH(int, row);
-        const Outcome outcome = run(uses[row].line);
-        QCOMPARE(outcome.err, QByteArray());
-        QCOMPARE(outcome.out, QByteArray(uses[row].out));
-    }
-
-    void refuses_data()
-    {
-        QTest::addColumn<int>("row");
-        for (const Refusal &refusal : refusals)
-            QTest::newRow(refusal.name) << int(&refusal - refusals);
-    }
-
-    void refuses()
-    {
-        QFETCH(int, row);
-        if (QByteArray(refusals[row].line).contains("fc-match")
+        QFETCH(int, index);
+        const Call &call = calls[index];
+        if (QByteArray(call.line).contains("fc-match")
             && QStandardPaths::findExecutable(u"fc-match"_s).isEmpty())
             QSKIP("needs fc-match");
-        create(path(u"o.html"_s), "older");
-        const Outcome outcome = run(refusals[row].line);
-        QCOMPARE(outcome.code, refusals[row].code);
-        QVERIFY2(outcome.err.contains(refusals[row].message), outcome.err);
-        QCOMPARE(outcome.err.count('\n'), 1);
-        QCOMPARE(outcome.out, QByteArray());
+        QByteArray error;
+        int code = -1;
+        const QByteArray out = run(call.line, &error, &code);
+        QVERIFY2(code == call.code, error);
+        QCOMPARE(out, call.code == 0 ? QByteArray(call.words) : QByteArray());
+        QVERIFY2(call.code == 0 || error.contains(call.words), error);
+        QCOMPARE(error.count('\n'), call.code == 0 ? 0 : 1);
         QCOMPARE(contents(path(u"o.html"_s)), QByteArray("older"));
     }
 
@@ -197,12 +151,12 @@ private Q_SLOTS:
     {
         if (QStandardPaths::findExecutable(u"tidy"_s).isEmpty())
             QSKIP("needs tidy");
-        QCOMPARE(run("zemscript import all --to html | tidy -e -q 2>&1").out, QByteArray());
+        QCOMPARE(run("zemscript import all --to html | tidy -e -q 2>&1"), QByteArray());
     }
 
     void helpAndManPageAgree()
     {
-        const QString help = QString::fromUtf8(run("zemscript --help").out);
+        const QString help = QString::fromUtf8(run("zemscript --help"));
         QString manual = QString::fromUtf8(contents(QStringLiteral(MANUAL)));
         manual.remove(u'\\');
         const QRegularExpression term(u"^  \\w+|--\\w+|\\w+(?=, )"_s,
@@ -217,28 +171,22 @@ private Q_SLOTS:
                 && help.contains(u"\n  edit [SCRIPT]         Opens"_s));
         for (const QString &line : help.split(u'\n'))
             QVERIFY2(line.size() <= 80, qPrintable(line));
-        QVERIFY(run("zemscript help export").out.contains("export RICHTEXT [OUT]"));
-        QVERIFY(run("zemscript help export").out.contains("--plain"));
-        QVERIFY(!run("zemscript help export").out.contains("--to"));
-        QCOMPARE(run("zemscript export --help").out, run("zemscript help export").out);
+        QVERIFY(run("zemscript help export").contains("export RICHTEXT [OUT]"));
+        QVERIFY(run("zemscript help export").contains("--plain"));
+        QVERIFY(!run("zemscript help export").contains("--to"));
+        QCOMPARE(run("zemscript export --help"), run("zemscript help export"));
     }
 
     void shortWriteLeavesTheOlderFile()
     {
-        create(path(u"o"_s), "older");
-        std::signal(SIGXFSZ, SIG_IGN);
-        rlimit before;
-        QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
         for (const int most : {0, 1, 99}) {
-            const rlimit limit = {rlim_t(most), before.rlim_max};
-            QCOMPARE(setrlimit(RLIMIT_FSIZE, &limit), 0);
+            const SizeLimit limit(most);
             QString error;
-            const bool saved = Host::saveBytes(path(u"o"_s), QByteArray(100, 'x'), &error);
-            QCOMPARE(setrlimit(RLIMIT_FSIZE, &before), 0);
-            QVERIFY(!saved);
-            QVERIFY2(error.endsWith(u"/o: cannot be written: File too large"_s), qPrintable(error));
-            QCOMPARE(contents(path(u"o"_s)), QByteArray("older"));
-            QCOMPARE(QDir(m_folder->path()).entryList({u"o*"_s}), QStringList{u"o"_s});
+            QVERIFY(!Host::saveBytes(path(u"o.html"_s), QByteArray(100, 'x'), &error));
+            QVERIFY2(error.endsWith(u"/o.html: cannot be written: File too large"_s),
+                     qPrintable(error));
+            QCOMPARE(contents(path(u"o.html"_s)), QByteArray("older"));
+            QCOMPARE(QDir(m_folder->path()).entryList({u"o*"_s}), QStringList{u"o.html"_s});
         }
     }
 
@@ -267,18 +215,18 @@ private Q_SLOTS:
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
 
-    /// What \a line gives in the folder.
-    Outcome run(const QByteArray &line)
+    /// What \a line writes to standard output, run in the folder.
+    QByteArray run(const QByteArray &line, QByteArray *error = nullptr, int *code = nullptr)
     {
         QProcess process;
         process.setWorkingDirectory(m_folder->path());
         process.start(u"sh"_s, {u"-c"_s, QString::fromUtf8(line)});
-        Outcome outcome;
-        if (process.waitForFinished() && process.exitStatus() == QProcess::NormalExit)
-            outcome.code = process.exitCode();
-        outcome.out = process.readAllStandardOutput();
-        outcome.err = process.readAllStandardError();
-        return outcome;
+        process.waitForFinished();
+        if (code && process.exitStatus() == QProcess::NormalExit)
+            *code = process.exitCode();
+        if (error)
+            *error = process.readAllStandardError();
+        return process.readAllStandardOutput();
     }
 
     QScopedPointer<QTemporaryDir> m_folder;

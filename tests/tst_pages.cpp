@@ -1,10 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The ZemFountain authors
 // SPDX-License-Identifier: MIT
 
-#include "dump.h"
+#include "files.h"
 #include "host/pages.h"
 #include "host/pdf.h"
 #include "host/titlepage.h"
+#include "rows.h"
 
 #include <QtCore/QProcess>
 #include <QtCore/QRegularExpression>
@@ -37,32 +38,21 @@ QString placed(const QStringList &page)
 // clang-format off
 const Row layoutRows[] = {
     {"nothing", u"", u""},
-    {"every kind at its column", u"int. sea - day\n\nShe waits.\n\nANNA\n(low)\nHi.\n\nCUT TO:\n\n> the *end* <\n",
-     u"0 15 INT. SEA - DAY\n2 15 She waits.\n4 37 ANNA\n5 31 (low)\n6 25 Hi.\n8 68 CUT TO:\n10 41 the end"},
-    {"a long scene number leaves room", u"INT. " u"123456789 123456789 123456789 123456789 123456789 X #1234567890123#\n",
-     u"0 1 123456789012  INT. 123456789 123456789 123456789 123456789         123456789012\n1 15 123456789 X"},
-    {"scene number at both edges", u"INT. SEA #12A#\n\nb\n", u"0 10 12A  INT. SEA" u"                                                      12A\n2 15 b"},
-    {"action breaks behind 60 letters", u"123456789 123456789 123456789 123456789 123456789 1234567890 x\n",
-     u"0 15 123456789 123456789 123456789 123456789 123456789 1234567890\n1 15 x"},
-    {"before the word that has 61", u"123456789 123456789 123456789 123456789 123456789 12345678901\n",
-     u"0 15 123456789 123456789 123456789 123456789 123456789\n1 15 12345678901"},
-    {"dialogue breaks behind 35 letters", u"ANNA\n123456789 123456789 123456789 12345 x\n",
-     u"0 37 ANNA\n1 25 123456789 123456789 123456789 12345\n2 25 x"},
-    {"parenthetical hangs", u"ANNA\n(123456789 123456789 1234 67)\nHi.\n",
-     u"0 37 ANNA\n1 31 (123456789 123456789\n2 32 1234 67)\n3 25 Hi."},
-    {"a word longer than the line", u"ANNA\n1234567890123456789012345678901234567\n",
-     u"0 37 ANNA\n1 25 12345678901234567890123456789012345\n2 25 67"},
-    {"an accent counts with its letter", u"ANNA\n123456789 123456789 123456789 1234e\u0301 x\n",
-     u"0 37 ANNA\n1 25 123456789 123456789 123456789 1234e\u0301\n2 25 x"},
-    {"a wide letter counts two", u"ANNA\n\U0001F525\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\U0001F525\n",
-     u"0 37 ANNA\n1 25 \U0001F525\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\n2 25 \U0001F525"},
+    {"every kind at its column", u"int. sea - day\n\nShe waits.\n\nANNA\n(low)\nHi.\n\nCUT TO:\n\n> the *end* <\n", u"0 15 INT. SEA - DAY\n2 15 She waits.\n4 37 ANNA\n5 31 (low)\n6 25 Hi.\n8 68 CUT TO:\n10 41 the end"},
+    {"a long scene number leaves room", u"INT. 123456789 123456789 123456789 123456789 123456789 X #1234567890123#\n", u"0 1 123456789012  INT. 123456789 123456789 123456789 123456789         123456789012\n1 15 123456789 X"},
+    {"scene number at both edges", u"INT. SEA #12A#\n\nb\n", u"0 10 12A  INT. SEA                                                      12A\n2 15 b"},
+    {"action breaks behind 60 letters", u"123456789 123456789 123456789 123456789 123456789 1234567890 x\n", u"0 15 123456789 123456789 123456789 123456789 123456789 1234567890\n1 15 x"},
+    {"before the word that has 61", u"123456789 123456789 123456789 123456789 123456789 12345678901\n", u"0 15 123456789 123456789 123456789 123456789 123456789\n1 15 12345678901"},
+    {"dialogue breaks behind 35 letters", u"ANNA\n123456789 123456789 123456789 12345 x\n", u"0 37 ANNA\n1 25 123456789 123456789 123456789 12345\n2 25 x"},
+    {"parenthetical hangs", u"ANNA\n(123456789 123456789 1234 67)\nHi.\n", u"0 37 ANNA\n1 31 (123456789 123456789\n2 32 1234 67)\n3 25 Hi."},
+    {"a word longer than the line", u"ANNA\n1234567890123456789012345678901234567\n", u"0 37 ANNA\n1 25 12345678901234567890123456789012345\n2 25 67"},
+    {"an accent counts with its letter", u"ANNA\n123456789 123456789 123456789 1234e\u0301 x\n", u"0 37 ANNA\n1 25 123456789 123456789 123456789 1234e\u0301\n2 25 x"},
+    {"a wide letter counts two", u"ANNA\n\U0001F525\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\U0001F525\n", u"0 37 ANNA\n1 25 \U0001F525\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\n2 25 \U0001F525"},
     {"lines stay lines", u"a\nb\n\n    c\td\n", u"0 15 a\n1 15 b\n3 19 c    d"},
     {"blank lines stay", u"a\n\n\n\nb\n", u"0 15 a\n4 15 b"},
     {"working material is left out", u"a\n\n# b\n\n= c\n\n[[d]]\n\n/* e */\n\nf\n", u"0 15 a\n2 15 f"},
-    {"and leaves no gap in a line", u"She sits [[check]]. Then [[no]] up /* ! */\n\n[[x]] Out.\n\n> Off [[y]]\n",
-     u"0 15 She sits. Then up\n2 15 Out.\n4 72 OFF"},
-    {"nor in a speech or paragraph", u"ANNA\nHi.\n[[note]]\nBye.\n\na\n[[b]]\nc\n",
-     u"0 37 ANNA\n1 25 Hi.\n2 25 Bye.\n4 15 a\n5 15 c"},
+    {"and leaves no gap in a line", u"She sits [[check]]. Then [[no]] up /* ! */\n\n[[x]] Out.\n\n> Off [[y]]\n", u"0 15 She sits. Then up\n2 15 Out.\n4 72 OFF"},
+    {"nor in a speech or paragraph", u"ANNA\nHi.\n[[note]]\nBye.\n\na\n[[b]]\nc\n", u"0 37 ANNA\n1 25 Hi.\n2 25 Bye.\n4 15 a\n5 15 c"},
 };
 
 /// Scripts whose second page is told: \a last line of the first, \a start of the second. Above
@@ -90,19 +80,15 @@ const Turn turns[] = {
     {"a cue that goes on already", 49, u"ANNA (CONT'D)\none\ntwo\nthree\nfour\nfive\n"_s, u"(MORE)"_s, u"ANNA (CONT'D)|three"_s},
     {"a speech turns behind a sentence", 47, u"ANNA\none\ntwo.\nthree\nfour\nfive\nsix\nseven\n"_s, u"(MORE)"_s, u"ANNA (CONT'D)|three|four"_s},
     {"not too far up", 46, u"ANNA\none\ntwo.\nthree\nfour\nfive\nsix\nseven\neight\n"_s, u"(MORE)"_s, u"ANNA (CONT'D)|six|seven"_s},
-    {"a cue of two lines", 47, u"THE VERY OLD KEEPER OF THE LAMP ON SKARN ROCK\none\ntwo\nthree\nfour\nfive\n"_s, u"(MORE)"_s,
-     u"THE VERY OLD KEEPER OF THE LAMP ON|SKARN ROCK (CONT'D)|four|five"_s},
+    {"a cue of two lines", 47, u"THE VERY OLD KEEPER OF THE LAMP ON SKARN ROCK\none\ntwo\nthree\nfour\nfive\n"_s, u"(MORE)"_s, u"THE VERY OLD KEEPER OF THE LAMP ON|SKARN ROCK (CONT'D)|four|five"_s},
     {"a speech longer than a page", 0, u"ANNA\n"_s + u"x\n"_s.repeated(60), u"(MORE)"_s, u"ANNA (CONT'D)|x"_s},
     {"a parenthetical goes with its line", 48, u"ANNA\none\ntwo\n(low)\nthree\nfour\nfive\n"_s, u"(MORE)"_s, u"ANNA (CONT'D)|(low)|three"_s},
 };
 
 // Title pages: rows and columns of all pages, parted by "|".
 const Row titleRows[] = {
-    {"a part for each entry",
-     u"Copyright: (c) A\nContact: B Ltd.\n    c@d.example\nDraft date: 1 May\nSource: e\nAuthor: F\nTitle: The *Sea*\nCredit:by\n\nx\n",
-     u"16 41 The Sea\n20 44 by\n22 44 F\n26 44 e\n51 70 1 May\n52 15 B Ltd.\n53 15 c@d.example" u"                                            (c) A|0 15 x"},
-    {"a long entry in lines of its column", u"Contact: 123456789 123456789 123456789 123456 789\n\nx\n",
-     u"52 15 123456789 123456789 123456789 123456\n53 15 789|0 15 x"},
+    {"a part for each entry", u"Copyright: (c) A\nContact: B Ltd.\n    c@d.example\nDraft date: 1 May\nSource: e\nAuthor: F\nTitle: The *Sea*\nCredit:by\n\nx\n", u"16 41 The Sea\n20 44 by\n22 44 F\n26 44 e\n51 70 1 May\n52 15 B Ltd.\n53 15 c@d.example                                            (c) A|0 15 x"},
+    {"a long entry in lines of its column", u"Contact: 123456789 123456789 123456789 123456 789\n\nx\n", u"52 15 123456789 123456789 123456789 123456\n53 15 789|0 15 x"},
     {"an empty entry", u"Title:\n\nx\n", u"0 15 x"},
 };
 // clang-format on
@@ -115,23 +101,16 @@ class PagesTest : public QObject
 
 private Q_SLOTS:
     void layout_data() { addRows(layoutRows); }
-
     void layout()
     {
         check([](const QString &script) { return placed(pagesOf(script).first()); });
     }
 
-    void turnsPage_data()
-    {
-        QTest::addColumn<int>("row");
-        for (const Turn &turn : turns)
-            QTest::newRow(turn.name) << int(&turn - turns);
-    }
-
+    void turnsPage_data() { addIndices(turns); }
     void turnsPage()
     {
-        QFETCH(int, row);
-        const Turn &turn = turns[row];
+        QFETCH(int, index);
+        const Turn &turn = turns[index];
         const auto pages = pagesOf(u"a\n\n"_s.repeated((turn.above + 1) / 2)
                                    + (turn.above % 2 ? QString() : u"\n"_s) + turn.script);
         QCOMPARE(pages.size(), 2);
@@ -162,7 +141,6 @@ private Q_SLOTS:
     }
 
     void titlePage_data() { addRows(titleRows); }
-
     void titlePage()
     {
         check([](const QString &script) {
@@ -210,18 +188,16 @@ private Q_SLOTS:
         QString problem;
         const auto script =
             Host::read(u"Title: Sea\n\nINT. SEA #1#\n\n**Anna** *waits*.\n\n===\n\nBEN\nHi.\n"_s);
-        QTemporaryDir folder;
-        QFile file(folder.filePath(u"x.pdf"_s));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(Host::toPdf(Host::layOut(script), u"The Sea"_s, QPageSize::A4, &problem));
-        file.close();
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"x.pdf"_s);
+        create(path, Host::toPdf(Host::layOut(script), u"The Sea"_s, QPageSize::A4, &problem));
         const auto run = [](const QString &program, const QStringList &arguments) {
             QProcess process;
             process.start(program, arguments);
             process.waitForFinished();
             return QString::fromUtf8(process.readAllStandardOutput());
         };
-        const QString boxes = run(u"pdftotext"_s, {u"-bbox"_s, file.fileName(), u"-"_s});
+        const QString boxes = run(u"pdftotext"_s, {u"-bbox"_s, path, u"-"_s});
         QVERIFY2(boxes.contains(u"<title>The Sea</title>"_s), qPrintable(boxes));
         QVERIFY(boxes.contains(u"\"Creator\" content=\"tst_pages\""_s));
         QStringList words;
@@ -238,7 +214,7 @@ private Q_SLOTS:
         words.sort(); // pdftotext has an order of its own
         QCOMPARE(words.join(u','), u"-3 73 2.,0 12 1,0 15 INT.,0 20 SEA,0 37 BEN,0 79 1,1 25 Hi.,"
                                    "16 43 Sea,2 15 Anna,2 20 waits.,|,|,|"_s);
-        const QString fonts = run(u"pdffonts"_s, {file.fileName()});
+        const QString fonts = run(u"pdffonts"_s, {path});
         QVERIFY2(fonts.contains(u"Bold"_s)
                      && fonts.contains(QRegularExpression(u"Italic|Oblique"_s)),
                  qPrintable(fonts));
