@@ -6,7 +6,6 @@
 #include "host/findbar.h"
 #include "host/formats.h"
 #include "host/highlighter.h"
-#include "host/pages.h"
 #include "host/pagesview.h"
 #include "host/pdf.h"
 #include "host/scripteditor.h"
@@ -29,7 +28,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <iterator>
 
 using namespace std::chrono_literals;
 
@@ -42,13 +40,6 @@ constexpr auto copyDelay = 4s;    // the most that a crash may cost
 constexpr int recentCount = 8;
 constexpr QLatin1String program = "zemscript"_L1;
 
-constexpr QLatin1String kindNames[] = {
-    ""_L1,         "Action"_L1,     "Comment"_L1,       "Character"_L1,     "Note"_L1,
-    "Dialogue"_L1, "Page break"_L1, "Parenthetical"_L1, "Scene heading"_L1, "Section"_L1,
-    "Synopsis"_L1, "Transition"_L1, "General"_L1,
-};
-static_assert(std::size(kindNames) == QFnElement::General + 1, "a name for every type");
-
 QSettings settings()
 {
     return QSettings(QSettings::IniFormat, QSettings::UserScope, program, program);
@@ -58,22 +49,6 @@ QByteArray bytesOf(const QString &path)
 {
     QFile file(path);
     return file.exists() && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-int wordsIn(const QString &text)
-{
-    const QString words = text.simplified();
-    return words.isEmpty() ? 0 : int(words.count(u' ')) + 1;
-}
-
-/// The keys of \a uses, most used first.
-QStringList byUse(const QHash<QString, int> &uses)
-{
-    QStringList names = uses.keys();
-    std::sort(names.begin(), names.end(), [&uses](const QString &a, const QString &b) {
-        return uses[a] != uses[b] ? uses[a] > uses[b] : a < b;
-    });
-    return names;
 }
 
 } // namespace
@@ -216,7 +191,7 @@ void Host::Window::addViewMenu()
     m_sceneView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_sceneView->setEditTriggers(QListView::NoEditTriggers);
     const auto goToScene = [this](const QModelIndex &scene) {
-        m_editor->goTo(m_reading.script.at(m_headings.at(scene.row())).start);
+        m_editor->goTo(m_outline.script.at(m_outline.headings.at(scene.row())).start);
         m_editor->setFocus();
     };
     connect(m_sceneView, &QListView::clicked, this, goToScene);
@@ -453,68 +428,25 @@ void Host::Window::read()
 {
     const int revision = m_editor->document()->revision();
     m_reader.start([this, text = m_editor->text(), revision] {
-        const Reading reading = readingOf(text);
-        const auto take = [this, reading, revision] {
+        const auto take = [this, outline = outlineOf(text), revision] {
             if (revision == m_editor->document()->revision())
-                showReading(reading);
+                showOutline(outline);
         };
         QMetaObject::invokeMethod(this, take, Qt::QueuedConnection);
     });
 }
 
-Host::Window::Reading Host::Window::readingOf(const QString &text)
+void Host::Window::showOutline(const Outline &outline)
 {
-    Reading reading;
-    reading.script = Host::read(text);
-    reading.words = wordsIn(text);
-    reading.pages.fill(-1, reading.script.size());
-    for (const Page &page : layOut(reading.script)) {
-        for (const PageLine &line : page.lines) {
-            if (line.paragraph >= 0 && reading.pages.at(line.paragraph) < 0)
-                reading.pages[line.paragraph] = page.number;
-        }
-        reading.pageCount = page.number;
-    }
-    QHash<QString, int> characters, places;
-    int page = 0;
-    for (int i = 0; i < reading.script.size(); ++i) {
-        const Paragraph &paragraph = reading.script.at(i);
-        if (paragraph.type == QFnElement::Character)
-            ++characters[paragraph.text().section(QLatin1Char('('), 0, 0).trimmed()];
-        else if (paragraph.type == QFnElement::SceneHeading)
-            ++places[paragraph.text().section(QLatin1String(" - "), 0, 0).toUpper()];
-        // What is not printed is on the page of what stands above.
-        page = reading.pages.at(i) < 0 ? page : reading.pages.at(i);
-        reading.pages[i] = page;
-    }
-    reading.characters = byUse(characters);
-    reading.places = byUse(places);
-    return reading;
-}
-
-void Host::Window::showReading(const Reading &reading)
-{
-    m_reading = reading;
-    m_highlighter->setScript(reading.script);
-    m_editor->setOffers(reading.characters, reading.places);
-    QStringList titles;
-    m_headings.clear();
-    for (int i = 0; i < reading.script.size(); ++i) {
-        const Paragraph &paragraph = reading.script.at(i);
-        if (paragraph.type != QFnElement::SceneHeading)
-            continue;
-        const QString number = paragraph.sceneNumber.isEmpty()
-                                   ? QString()
-                                   : paragraph.sceneNumber + QLatin1String("  ");
-        m_headings.append(i);
-        titles.append(number + paragraph.text().toUpper());
-    }
+    m_outline = outline;
+    m_highlighter->setScript(outline.script);
+    m_editor->setOffers(outline.characters, outline.places);
     // A list that is set anew loses its place.
-    if (titles != m_scenes.stringList())
-        m_scenes.setStringList(titles);
+    if (outline.scenes != m_scenes.stringList())
+        m_scenes.setStringList(outline.scenes);
     // By itself: keys that were pressed meanwhile go first.
     QTimer::singleShot(0, this, [this] {
-        m_pages->setScript(m_reading.script);
+        m_pages->setScript(m_outline.script);
         m_paragraph = -1;
         showPlace();
     });
@@ -523,27 +455,13 @@ void Host::Window::showReading(const Reading &reading)
 /// Shows in the pages, the scenes and the status bar where the cursor is.
 void Host::Window::showPlace()
 {
-    const QVector<Paragraph> &script = m_reading.script;
-    const int position = m_editor->textCursor().position();
-    const auto next = std::upper_bound(script.cbegin(), script.cend(), position,
-                                       [](int at, const Paragraph &p) { return at < p.start; });
-    const int index = int(next - script.cbegin()) - 1;
-    if (index < 0 || index == m_paragraph)
+    const int paragraph = m_outline.paragraphAt(m_editor->textCursor().position());
+    if (paragraph < 0 || paragraph == m_paragraph)
         return;
-    m_paragraph = index;
-    m_pages->showParagraph(index);
-    const auto scene = std::upper_bound(m_headings.cbegin(), m_headings.cend(), index);
-    m_sceneView->setCurrentIndex(m_scenes.index(int(scene - m_headings.cbegin()) - 1));
-    const Paragraph &paragraph = script.at(index);
-    const int page = m_reading.pages.at(index);
-    const QString kind =
-        paragraph.titlePage ? QString("Title page"_L1) : QString(kindNames[paragraph.type]);
-    const QStringList parts = {
-        kind,
-        page == 0 ? QString("Title page"_L1)
-                  : QStringLiteral("Page %1 of %2").arg(page).arg(m_reading.pageCount),
-        QStringLiteral("%L1 words").arg(m_reading.words)};
-    m_place->setText(parts.join(QStringLiteral("  ·  ")));
+    m_paragraph = paragraph;
+    m_pages->showParagraph(paragraph);
+    m_sceneView->setCurrentIndex(m_scenes.index(m_outline.sceneOf(paragraph)));
+    m_place->setText(m_outline.placeOf(paragraph));
 }
 
 void Host::Window::zoom(int points)

@@ -5,7 +5,7 @@
 #define HOST_WINDOW_H
 
 #include "host/files.h"
-#include "host/reading.h"
+#include "host/outline.h"
 #include "host/recovery.h"
 
 #include <QtCore/QFileSystemWatcher>
@@ -57,17 +57,6 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
-    /// What is told about a script as it was read.
-    struct Reading
-    {
-        QVector<Paragraph> script;
-        QVector<int> pages; ///< for each paragraph the number of its page, 0 for a title page
-        int pageCount = 0;
-        int words = 0;
-        QStringList characters, places; ///< most used first
-    };
-    static Reading readingOf(const QString &text);
-
     QAction *add(QMenu *menu, const QString &text, const QString &keys,
                  const std::function<void()> &command);
     void addFileMenu();
@@ -86,7 +75,7 @@ private:
     void checkDisk();
     void offerLeftBehind();
     void read();
-    void showReading(const Reading &reading);
+    void showOutline(const Outline &outline);
     void showPlace();
     void zoom(int points);
 
@@ -98,8 +87,7 @@ private:
     QLabel *m_place;
     Highlighter *m_highlighter;
     QStringListModel m_scenes;
-    QVector<int> m_headings; ///< The index of the paragraph of each scene.
-    Reading m_reading;
+    Outline m_outline;
     int m_revision = -1;  ///< Of the text when it last changed.
     int m_zoom = 0;       ///< Points that the text is larger than by custom.
     int m_paragraph = -1; ///< The index of the one under the cursor.

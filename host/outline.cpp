@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: 2026 The ZemFountain authors
+// SPDX-License-Identifier: MIT
+
+#include "host/outline.h"
+
+#include "host/pages.h"
+#include "model/literals_p.h"
+
+#include <QtCore/QHash>
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+using Zem::operator""_L1;
+
+constexpr QLatin1String kindNames[] = {
+    ""_L1,         "Action"_L1,     "Comment"_L1,       "Character"_L1,     "Note"_L1,
+    "Dialogue"_L1, "Page break"_L1, "Parenthetical"_L1, "Scene heading"_L1, "Section"_L1,
+    "Synopsis"_L1, "Transition"_L1, "General"_L1,
+};
+static_assert(std::size(kindNames) == QFnElement::General + 1, "a name for every type");
+constexpr QLatin1String titlePage = "Title page"_L1;
+
+int wordsIn(const QString &text)
+{
+    const QString words = text.simplified();
+    return words.isEmpty() ? 0 : int(words.count(u' ')) + 1;
+}
+
+/// The keys of \a uses, most used first.
+QStringList byUse(const QHash<QString, int> &uses)
+{
+    QStringList names = uses.keys();
+    std::sort(names.begin(), names.end(), [&uses](const QString &a, const QString &b) {
+        return uses[a] != uses[b] ? uses[a] > uses[b] : a < b;
+    });
+    return names;
+}
+
+void addPages(Host::Outline *outline)
+{
+    outline->pages.fill(-1, outline->script.size());
+    for (const Host::Page &page : Host::layOut(outline->script)) {
+        for (const Host::PageLine &line : page.lines) {
+            if (line.paragraph >= 0 && outline->pages.at(line.paragraph) < 0)
+                outline->pages[line.paragraph] = page.number;
+        }
+        outline->pageCount = page.number;
+    }
+    // What is not printed is on the page of what stands above.
+    int above = 0;
+    for (int &page : outline->pages)
+        above = page = page < 0 ? above : page;
+}
+
+} // namespace
+
+int Host::Outline::paragraphAt(int position) const
+{
+    const auto next = std::upper_bound(script.cbegin(), script.cend(), position,
+                                       [](int at, const Paragraph &p) { return at < p.start; });
+    return int(next - script.cbegin()) - 1;
+}
+
+int Host::Outline::sceneOf(int paragraph) const
+{
+    const auto next = std::upper_bound(headings.cbegin(), headings.cend(), paragraph);
+    return int(next - headings.cbegin()) - 1;
+}
+
+QString Host::Outline::placeOf(int paragraph) const
+{
+    const Paragraph &one = script.at(paragraph);
+    const int page = pages.at(paragraph);
+    const QStringList parts = {one.titlePage ? titlePage : kindNames[one.type],
+                               page == 0 ? QString(titlePage)
+                                         : QStringLiteral("Page %1 of %2").arg(page).arg(pageCount),
+                               QStringLiteral("%L1 words").arg(words)};
+    return parts.join(QStringLiteral("  ·  "));
+}
+
+Host::Outline Host::outlineOf(const QString &text)
+{
+    Outline outline;
+    outline.script = read(text);
+    outline.words = wordsIn(text);
+    addPages(&outline);
+    QHash<QString, int> characters, places;
+    for (int i = 0; i < outline.script.size(); ++i) {
+        const Paragraph &paragraph = outline.script.at(i);
+        const QString words = paragraph.text();
+        if (paragraph.type == QFnElement::Character)
+            ++characters[words.section(u'(', 0, 0).trimmed()];
+        if (paragraph.type != QFnElement::SceneHeading)
+            continue;
+        ++places[words.section(" - "_L1, 0, 0).toUpper()];
+        const QString &number = paragraph.sceneNumber;
+        outline.headings.append(i);
+        outline.scenes.append((number.isEmpty() ? QString() : number + "  "_L1) + words.toUpper());
+    }
+    outline.characters = byUse(characters);
+    outline.places = byUse(places);
+    return outline;
+}
