@@ -3,139 +3,24 @@
 
 #include "host/reading.h"
 
-#include "model/literals_p.h"
+#include "host/marks.h"
+#include "host/writing.h"
 #include "model/qfndocument.h"
 #include "parser/qfnfastparser.h"
+
+#include <QtCore/QPair>
 
 #include <algorithm>
 #include <iterator>
 
+namespace Host {
 namespace {
-
-using Host::Form;
-using Host::Paragraph;
-using Host::Stretch;
-using Zem::operator""_L1;
-
-constexpr QLatin1String noteOpen = "[["_L1;
-constexpr QLatin1String noteClose = "]]"_L1;
-constexpr QLatin1String commentOpen = "/*"_L1;
-constexpr QLatin1String commentClose = "*/"_L1;
-constexpr QLatin1String emphasis[] = {"_"_L1, "*"_L1, "**"_L1}; // in the order of opening
-using Flag = bool Stretch::*;
-constexpr Flag flags[] = {&Stretch::underline, &Stretch::italic, &Stretch::bold};
-static_assert(std::size(emphasis) == std::size(flags), "a flag for every mark");
-
-/// The mark in front of a paragraph that tells its kind.
-struct KindMark
-{
-    QFnElement::Type type;
-    QChar mark;
-    bool repeats;    ///< Its number is the depth.
-    bool takesBlank; ///< A blank behind it is not of the text.
-    bool always;     ///< No text has the kind without the mark.
-};
-constexpr KindMark kindMarks[] = {
-    {QFnElement::Action, u'!', false, false, false},
-    {QFnElement::SceneHeading, u'.', false, false, false},
-    {QFnElement::Transition, u'>', false, true, false},
-    {QFnElement::SectionHeading, u'#', true, true, true},
-    {QFnElement::Synopsis, u'=', false, true, true},
-};
-
-// These stand for each letter of a note and of a comment while a script is read. Qt takes them for
-// marks of its own, so no script that goes through rich text has them.
-constexpr QChar noteMask = u'\uFDD0';
-constexpr QChar commentMask = u'\uFDD1';
-constexpr QChar endOfInput = u'\uFFFF'; // to the library, wherever it stands
-
-bool isMask(QChar c)
-{
-    return c == noteMask || c == commentMask;
-}
-
-bool isBlank(QChar c)
-{
-    return c == u' ' || c == u'\t';
-}
-
-bool isBlank(QStringView text)
-{
-    return std::all_of(text.begin(), text.end(), [](QChar c) { return isBlank(c); });
-}
-
-/// The \a source with masks in the place of its notes and comments, marks and line ends included. A
-/// note that is open at a blank line is none; a comment without an end takes the rest of the
-/// script, as in the library.
-QString masked(const QString &source)
-{
-    QString text = source;
-    const int size = int(text.size());
-    std::replace_if(
-        text.begin(), text.end(), [](QChar c) { return isMask(c) || c == endOfInput; }, u'-');
-    // What was found is kept, so that the search for each mark goes through the text once.
-    const auto find = [&](QLatin1String mark, int from, int *found) {
-        if (*found < from) {
-            const int index = int(source.indexOf(mark, from));
-            *found = index < 0 ? size : index;
-        }
-        return *found;
-    };
-    int notes = -1, noteEnds = -1, comments = -1, commentEnds = -1, blankLines = -1;
-    for (int at = 0; at < size;) {
-        const int note = find(noteOpen, at, &notes);
-        const int comment = find(commentOpen, at, &comments);
-        const bool isNote = note < comment;
-        const int start = std::min(note, comment);
-        at = std::min(size, start + 2);
-        const int close =
-            isNote ? find(noteClose, at, &noteEnds) : find(commentClose, at, &commentEnds);
-        if (start == size || (isNote && close >= find("\n\n"_L1, start, &blankLines)))
-            continue;
-        at = std::min(size, close + 2);
-        std::fill(text.begin() + start, text.begin() + at, isNote ? noteMask : commentMask);
-    }
-    return text;
-}
-
-/// A masked line without its notes and comments: no blank stands behind one at its front, and one
-/// blank where two would meet around them.
-QString visible(QStringView line)
-{
-    QString text;
-    for (int i = 0; i < line.size(); ++i) {
-        const bool isBesideBlank =
-            i > 0 && isMask(line.at(i - 1)) && (text.isEmpty() || isBlank(text.back()));
-        if (!isMask(line.at(i)) && !(isBesideBlank && isBlank(line.at(i))))
-            text += line.at(i);
-    }
-    return text;
-}
 
 Stretch::Kind stretchKind(QChar mask)
 {
     return mask == noteMask      ? Stretch::Note
            : mask == commentMask ? Stretch::Comment
                                  : Stretch::Text;
-}
-
-const KindMark *kindMarkOf(QFnElement::Type type)
-{
-    const auto found = std::find_if(std::begin(kindMarks), std::end(kindMarks),
-                                    [type](const KindMark &mark) { return mark.type == type; });
-    return found == std::end(kindMarks) ? nullptr : found;
-}
-
-/// What the library takes a line for that opens a block, with a blank line or with text below it.
-QFnElement::Type kindOf(QString line, bool blankBelow, QFnFastParser *parser)
-{
-    // The library takes the key of a title page for one in any line.
-    parser->buffer = line;
-    parser->initParser();
-    if (QFnFastParser::isTitlePageKey(parser->nextToken().text.toUpper()))
-        line[0] = line.at(0).isUpper() ? u'X' : u'x';
-    parser->parse(line + (blankBelow ? "\n\n"_L1 : "\nx\n"_L1));
-    return parser->document->elements.first()->type;
 }
 
 bool isPageBreak(const QString &line)
@@ -156,6 +41,23 @@ bool isParenthetical(const QString &line)
     return false;
 }
 
+/// A heading as its text and its number: "INT. SEA #4#" is "INT. SEA" and "4". The number is empty
+/// where there is none.
+QPair<QString, QString> splitHeading(const QString &text)
+{
+    const QString line = masked(text);
+    const int last = int(line.size()) - 1;
+    const int open = line.endsWith(u'#') ? int(line.lastIndexOf(u'#', last - 1)) : -1;
+    const QString number = open > 0 ? text.mid(open + 1, last - open - 1) : QString();
+    const auto isInNumber = [](QChar c) { return c.isLetterOrNumber() || c == u'.' || c == u'-'; };
+    if (number.isEmpty() || !std::all_of(number.begin(), number.end(), isInNumber))
+        return {text, QString()};
+    int end = open;
+    while (end > 0 && isBlank(text.at(end - 1)))
+        --end;
+    return {text.left(end), number};
+}
+
 /// A line of the source. Line ends within a note or comment do not end it.
 struct SourceLine
 {
@@ -173,7 +75,7 @@ struct Inner
 struct Mark
 {
     int start, end;
-    Flag flag;
+    EmphasisFlag flag;
 };
 
 /// One pass over a script.
@@ -381,7 +283,7 @@ void Reader::readMarkedLine(const SourceLine &line, QFnElement::Type type, Place
     const int depth = inner.start - inner.mark;
     if (depth > 0 && mark.takesBlank && inner.start < inner.end && m_source.at(inner.start) == u' ')
         ++inner.start;
-    const auto heading = Host::splitHeading(m_source.mid(inner.start, line.end - inner.start));
+    const auto heading = splitHeading(m_source.mid(inner.start, line.end - inner.start));
     if (type == QFnElement::SceneHeading && !heading.second.isEmpty())
         inner.end = inner.start + int(heading.first.size());
     const bool hasText =
@@ -458,19 +360,19 @@ QVector<Mark> Reader::marksOf(const Inner &inner)
         marks.append({inner.mark, inner.start, nullptr});
     const QString text = m_masked.mid(inner.start, inner.end - inner.start);
     const bool mayHaveEmphasis =
-        Host::hasEmphasis(m_paragraphs.last().type) && (text.contains(u'*') || text.contains(u'_'));
+        hasEmphasis(m_paragraphs.last().type) && (text.contains(u'*') || text.contains(u'_'));
     m_parser.buffer = mayHaveEmphasis ? text : QString();
     m_parser.initParser();
-    Mark open[std::size(flags)] = {};
+    Mark open[std::size(emphasisFlags)] = {};
     while (m_parser.nextToken().kind != QFnToken::EndOfInput) {
-        const auto found =
-            std::find(std::begin(emphasis), std::end(emphasis), m_parser.currentToken.text);
-        if (found == std::end(emphasis))
+        const auto found = std::find(std::begin(emphasisMarks), std::end(emphasisMarks),
+                                     m_parser.currentToken.text);
+        if (found == std::end(emphasisMarks))
             continue;
-        const auto style = found - std::begin(emphasis);
+        const auto style = found - std::begin(emphasisMarks);
         const int start = m_parser.tokenStart + 1;
         const int end = m_parser.position + 1;
-        const Mark mark{inner.start + start, inner.start + end, flags[style]};
+        const Mark mark{inner.start + start, inner.start + end, emphasisFlags[style]};
         Mark &opened = open[style];
         const bool isBehindText = start > 0 && !isBlank(text.at(start - 1));
         if (opened.flag && opened.end < mark.start && isBehindText) {
@@ -519,80 +421,13 @@ void Reader::finish()
     const Paragraph *above = m_paragraphs.size() > 1 ? &last - 1 : nullptr;
     const int start = above ? above->end : 0;
     const QString source = m_source.mid(start, last.end - start);
-    if (Host::written(last, above, Form::Customary) != source)
+    if (written(last, above, Form::Customary) != source)
         last.source = source;
-}
-
-/// The text with its marks of emphasis, which end with each line.
-QString markedText(const QVector<Stretch> &stretches)
-{
-    QString text;
-    QVector<int> open; // indices in emphasis, in the order of opening
-    const auto setLook = [&](const Stretch &look) {
-        for (int i = int(open.size()) - 1; i >= 0; --i) {
-            if (!(look.*flags[open.at(i)]))
-                text += emphasis[open.takeAt(i)];
-        }
-        for (int i = 0; i < int(std::size(flags)); ++i) {
-            if (look.*flags[i] && !open.contains(i)) {
-                text += emphasis[i];
-                open.append(i);
-            }
-        }
-    };
-    const Stretch plain;
-    for (const Stretch &stretch : stretches) {
-        for (const QChar c : stretch.text) {
-            const bool endsLine = c == QChar::LineSeparator;
-            setLook(endsLine ? plain : stretch);
-            text += endsLine ? QChar(u'\n') : c;
-        }
-    }
-    setLook(plain);
-    return text;
-}
-
-/// The lines of a paragraph in its customary form or with a mark that forces its kind.
-QString markedLines(const Paragraph &paragraph, bool forced)
-{
-    QString text = markedText(paragraph.stretches);
-    if (paragraph.centred)
-        return "> "_L1 + text.replace("\n"_L1, " <\n> "_L1) + " <"_L1;
-    if (paragraph.type == QFnElement::Notes)
-        return noteOpen + text + noteClose;
-    if (paragraph.type == QFnElement::Boneyard)
-        return commentOpen + text + commentClose;
-    if (!paragraph.sceneNumber.isEmpty())
-        text += " #"_L1 + paragraph.sceneNumber + u'#';
-    const KindMark *mark = kindMarkOf(paragraph.type);
-    if (!mark)
-        return text;
-    QFnFastParser parser(nullptr);
-    const bool isNeeded =
-        forced || mark->always
-        || (mark->type != QFnElement::Action && kindOf(text, true, &parser) != mark->type);
-    if (!isNeeded)
-        return text;
-    return QString(std::max(1, paragraph.depth), mark->mark) + (mark->takesBlank ? " "_L1 : ""_L1)
-           + text;
-}
-
-bool isBlankLine(const Paragraph &paragraph)
-{
-    return paragraph.type == QFnElement::Action && isBlank(paragraph.text());
-}
-
-/// Whether custom has a blank line between two paragraphs.
-bool arePartedByBlank(const Paragraph &above, const Paragraph &below)
-{
-    const bool isSpeech =
-        below.type == QFnElement::Dialogue || below.type == QFnElement::Parenthetical;
-    return !isBlankLine(below) && !isSpeech && !(above.titlePage && below.titlePage);
 }
 
 } // namespace
 
-QString Host::Paragraph::text() const
+QString Paragraph::text() const
 {
     QString text;
     for (const Stretch &stretch : stretches)
@@ -600,48 +435,16 @@ QString Host::Paragraph::text() const
     return text;
 }
 
-bool Host::hasEmphasis(QFnElement::Type type)
+bool hasEmphasis(QFnElement::Type type)
 {
     return type != QFnElement::Character && type != QFnElement::SceneHeading
            && type != QFnElement::SectionHeading && type != QFnElement::Notes
            && type != QFnElement::Boneyard;
 }
 
-QVector<Host::Paragraph> Host::read(const QString &source)
+QVector<Paragraph> read(const QString &source)
 {
     return Reader(source).paragraphs();
 }
 
-QString Host::written(const Paragraph &paragraph, const Paragraph *above, Form form)
-{
-    if (form == Form::Source && !paragraph.source.isEmpty())
-        return paragraph.source;
-    const bool parted = above && arePartedByBlank(*above, paragraph);
-    return (parted ? "\n"_L1 : ""_L1) + markedLines(paragraph, form == Form::Forced) + u'\n';
-}
-
-QString Host::written(const QVector<Paragraph> &paragraphs)
-{
-    QString text;
-    const Paragraph *above = nullptr;
-    for (const Paragraph &paragraph : paragraphs) {
-        text += written(paragraph, above, Form::Source);
-        above = &paragraph;
-    }
-    return text;
-}
-
-QPair<QString, QString> Host::splitHeading(const QString &text)
-{
-    const QString line = masked(text);
-    const int last = int(line.size()) - 1;
-    const int open = line.endsWith(u'#') ? int(line.lastIndexOf(u'#', last - 1)) : -1;
-    const QString number = open > 0 ? text.mid(open + 1, last - open - 1) : QString();
-    const auto isInNumber = [](QChar c) { return c.isLetterOrNumber() || c == u'.' || c == u'-'; };
-    if (number.isEmpty() || !std::all_of(number.begin(), number.end(), isInNumber))
-        return {text, QString()};
-    int end = open;
-    while (end > 0 && isBlank(text.at(end - 1)))
-        --end;
-    return {text.left(end), number};
-}
+} // namespace Host

@@ -6,7 +6,6 @@
 
 #include "model/qfnelement.h"
 
-#include <QtCore/QPair>
 #include <QtCore/QString>
 #include <QtCore/QVector>
 
@@ -50,7 +49,7 @@ struct Paragraph
     QString sceneNumber;        ///< Of a heading, else empty.
     int depth = 0;              ///< Of a section, else 0.
     /// How it stands in the source, with the line end behind it and the blank line above it. Empty
-    /// where written() gives the same without it.
+    /// where writing gives the same without it.
     QString source;
 
     QString text() const; ///< The texts of the stretches.
@@ -59,23 +58,8 @@ struct Paragraph
 /// The paragraphs of \a source, whose lines end in LF. No text fails.
 QVector<Paragraph> read(const QString &source);
 
-/// How a paragraph is written: as it stood in its source, if it has one; in the customary form; or
-/// with a mark that forces its kind.
-enum class Form { Source, Customary, Forced };
-
-/// \a paragraph in \a form, with the line end behind it and the blank line that parts it from the
-/// paragraph \a above, which is null for the first one.
-QString written(const Paragraph &paragraph, const Paragraph *above, Form form);
-
-/// The script with these paragraphs. Of what read() gave, that is the source.
-QString written(const QVector<Paragraph> &paragraphs);
-
 /// Whether paragraphs of \a type have emphasis. In others its marks are text.
 bool hasEmphasis(QFnElement::Type type);
-
-/// A heading as its text and its number: "INT. SEA #4#" is "INT. SEA" and "4". The number is empty
-/// where there is none.
-QPair<QString, QString> splitHeading(const QString &text);
 
 } // namespace Host
 

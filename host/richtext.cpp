@@ -5,6 +5,7 @@
 
 #include "host/reading.h"
 #include "host/records.h"
+#include "host/writing.h"
 #include "model/literals_p.h"
 
 #include <QtGui/QTextBlock>
@@ -64,6 +65,20 @@ Stretch stretchOf(const QTextFragment &fragment)
     return stretch;
 }
 
+/// The stretches of a paragraph with the number of a scene behind its heading, where rich text has
+/// it.
+QVector<Stretch> shownStretches(const Paragraph &paragraph)
+{
+    QVector<Stretch> stretches = paragraph.stretches;
+    if (!paragraph.sceneNumber.isEmpty()) {
+        Stretch number;
+        number.text = QStringLiteral(" #%1#").arg(paragraph.sceneNumber);
+        number.kind = Stretch::Note;
+        stretches.append(number);
+    }
+    return stretches;
+}
+
 /// The stretches as rich text tells them apart: by emphasis alone.
 QVector<Stretch> merged(const QVector<Stretch> &stretches)
 {
@@ -75,21 +90,6 @@ QVector<Stretch> merged(const QVector<Stretch> &stretches)
             merged.append(stretch);
     }
     return merged;
-}
-
-/// Takes the number of a heading out of its text, if it stands there as custom has it.
-void takeSceneNumber(Paragraph *heading)
-{
-    const auto parts = Host::splitHeading(heading->text());
-    const QString ending = QStringLiteral(" #%1#").arg(parts.second);
-    if (parts.second.isEmpty() || parts.first + ending != heading->text())
-        return;
-    heading->sceneNumber = parts.second;
-    int left = int(parts.first.size());
-    for (Stretch &stretch : heading->stretches) {
-        stretch.text.truncate(left);
-        left -= int(stretch.text.size());
-    }
 }
 
 Paragraph paragraphOf(const QTextBlock &block)
@@ -110,8 +110,6 @@ Paragraph paragraphOf(const QTextBlock &block)
             paragraph.source = Host::sourceOfAnchor(it.fragment().charFormat().anchorNames());
         paragraph.stretches.append(stretchOf(it.fragment()));
     }
-    if (paragraph.type == QFnElement::SceneHeading)
-        takeSceneNumber(&paragraph);
     if (paragraph.type == QFnElement::PageBreak && paragraph.stretches.isEmpty()) {
         paragraph.stretches.append(Stretch());
         paragraph.stretches.last().text = QStringLiteral("===");
@@ -123,10 +121,9 @@ Paragraph paragraphOf(const QTextBlock &block)
 /// Whether \a read is what \a wanted was written for.
 bool isSame(const Paragraph &read, const Paragraph &wanted)
 {
-    const QVector<Stretch> stretches = merged(read.stretches);
+    const QVector<Stretch> stretches = merged(shownStretches(read));
     return read.type == wanted.type && read.titlePage == wanted.titlePage
-           && read.centred == wanted.centred && read.sceneNumber == wanted.sceneNumber
-           && read.depth == wanted.depth
+           && read.centred == wanted.centred && read.depth == wanted.depth
            && std::equal(stretches.begin(), stretches.end(), wanted.stretches.begin(),
                          wanted.stretches.end(), [](const Stretch &a, const Stretch &b) {
                              return a.looksLike(b) && a.text == b.text;
@@ -235,17 +232,10 @@ QString writtenScript(const QVector<Paragraph> &paragraphs, QStringList *message
 void Host::insertParagraph(const Paragraph &paragraph, QTextCursor *cursor)
 {
     cursor->setBlockFormat(blockFormatOf(paragraph));
-    QVector<Stretch> stretches = paragraph.stretches;
-    if (!paragraph.sceneNumber.isEmpty()) {
-        Stretch number;
-        number.text = QStringLiteral(" #%1#").arg(paragraph.sceneNumber);
-        number.kind = Stretch::Note;
-        stretches.append(number);
-    }
     // The source of a paragraph that is not written as custom has it goes along as the name of an
     // anchor: nothing is seen of it, and HTML keeps it.
     QString source = paragraph.source;
-    for (const Stretch &stretch : qAsConst(stretches)) {
+    for (const Stretch &stretch : shownStretches(paragraph)) {
         QTextCharFormat format = textFormatOf(stretch, paragraph.type);
         if (!source.isEmpty()) {
             format.setAnchor(true);

@@ -4,6 +4,7 @@
 #include "files.h"
 #include "fuzz/scripts.h"
 #include "host/reading.h"
+#include "host/writing.h"
 #include "rows.h"
 
 namespace {
