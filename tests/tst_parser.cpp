@@ -3,6 +3,8 @@
 
 #include "parser/qfnfastparser.h"
 
+#include "bench/heap.h"
+#include "bench/shapes.h"
 #include "dump.h"
 #include "elements.h"
 
@@ -336,6 +338,20 @@ private:
     QStringList m_read;
 };
 
+struct Cost
+{
+    qint64 parts, bytes; ///< elements and entries, and what they and the way to them took
+};
+
+Cost costOf(const QString &text)
+{
+    Parser parser(nullptr);
+    const qint64 before = heapUse().bytes;
+    parser.parse(text);
+    const qint64 parts = parser.document->elements.size() + parser.document->titlePage.size();
+    return {parts, heapUse().bytes - before};
+}
+
 } // namespace
 
 class ParserTest : public QObject
@@ -383,6 +399,18 @@ private Q_SLOTS:
         QVERIFY(parser.parse(u"A\n\n**b\0** c\n\n.d\n\n"_s));
         QCOMPARE(dump(*parser.document),
                  u"Action||A\nAction|b|b\0\nAction|| c\nScene Heading||d\nUndefined||"_s);
+    }
+
+    /// A step whose cost grows with the square of the text shows in what it makes and copies.
+    void costGrowsWithTheText()
+    {
+        QStringList dear;
+        for (const Shape &shape : shapes) {
+            const Cost once = costOf(shape.text(4096)), twice = costOf(shape.text(2 * 4096));
+            if (twice.parts > 2 * once.parts || twice.bytes > 3 * once.bytes)
+                dear += QString::fromLatin1(shape.name);
+        }
+        QCOMPARE(dear, QStringList());
     }
 };
 
