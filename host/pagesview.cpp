@@ -6,6 +6,7 @@
 #include "host/records.h"
 #include "host/richtext.h"
 
+#include <QtGui/QFontMetricsF>
 #include <QtGui/QTextBlock>
 #include <QtWidgets/QScrollBar>
 
@@ -15,6 +16,18 @@ namespace {
 
 constexpr int pageMargin = 48;                  // pixels
 constexpr int pageWidth = 576 + 2 * pageMargin; // six inches of text
+constexpr qreal letterWidth = 9.6 - 1.0 / 64;   // no more than that, in steps of a 64th
+
+/// The face of a script at such a width that sixty letters go on a line, on any screen: margins are
+/// in pixels, points may be of any size, and many faces are a hair too wide.
+QFont pageFont()
+{
+    QFont font = Host::scriptFont();
+    font.setPixelSize(Host::linePixels);
+    const qreal own = QFontMetricsF(font).horizontalAdvance(u'x');
+    font.setLetterSpacing(QFont::AbsoluteSpacing, letterWidth - own);
+    return font;
+}
 
 bool sameStretch(const Host::Stretch &a, const Host::Stretch &b)
 {
@@ -49,10 +62,7 @@ Host::PagesView::PagesView()
     setLineWrapMode(FixedPixelWidth);
     setLineWrapColumnOrWidth(pageWidth);
     document()->setDocumentMargin(pageMargin);
-    // Sixty letters to a line on any screen: margins are in pixels, points may be of any size.
-    QFont font = scriptFont();
-    font.setPixelSize(linePixels);
-    document()->setDefaultFont(font);
+    document()->setDefaultFont(pageFont());
 }
 
 void Host::PagesView::setScript(const QVector<Paragraph> &script)

@@ -195,6 +195,45 @@ private Q_SLOTS:
         }
     }
 
+    void looksFollowTheirLettersMeanwhile()
+    {
+        // What comes in the place of which letters, and what is bold then.
+        const std::tuple<int, int, QString, QString> changes[] = {
+            {0, 0, u"So "_s, u"loud"_s}, {0, 2, u""_s, u"loud"_s},   {6, 0, u"x"_s, u"loxud"_s},
+            {6, 2, u""_s, u"lo"_s},      {14, 0, u"x"_s, u"loud"_s}, {0, 4, u""_s, u"loud"_s}};
+        for (const auto &[at, taken, added, bold] : changes) {
+            QTextDocument text(u"A **loud** door."_s);
+            text.documentLayout(); // Without one, changes are told to nobody.
+            Host::Highlighter highlighter(&text);
+            QCoreApplication::processEvents();
+            highlighter.setScript(Host::read(text.toPlainText()));
+            QTextCursor cursor(&text);
+            cursor.setPosition(at);
+            cursor.setPosition(at + taken, QTextCursor::KeepAnchor);
+            cursor.insertText(added);
+            QString found;
+            for (const auto &range : text.firstBlock().layout()->formats()) {
+                if (range.format.fontWeight() >= QFont::Bold)
+                    found += text.toPlainText().mid(range.start, range.length);
+            }
+            QCOMPARE(found, bold);
+        }
+    }
+
+    void columnsHaveTheirLetters()
+    {
+        Host::PagesView pages;
+        pages.show();
+        const QString action = u"123456789 "_s.repeated(6), speech = u"ANNA\n"_s + action.left(35);
+        pages.setScript(Host::read(action.left(59) + u"0\n\n"_s + action + u"1\n\n"_s + speech
+                                   + u"\n\n"_s + speech + u"6\n"_s));
+        QCoreApplication::processEvents();
+        QList<int> lines;
+        for (QTextBlock block = pages.document()->begin(); block.isValid(); block = block.next())
+            lines.append(block.layout()->lineCount());
+        QCOMPARE(lines, (QList<int>{1, 2, 1, 1, 1, 2}));
+    }
+
     void scenesLeadToTheirHeadings()
     {
         open(example);
@@ -206,6 +245,9 @@ private Q_SLOTS:
         QVERIFY(fourth.data().toString().endsWith(heading.toUpper()));
         QTRY_VERIFY(markedText().toUpper().startsWith(heading.toUpper()));
         QCOMPARE(m_scenes->currentIndex(), fourth);
+        const QRect mark = m_pages->cursorRect(m_pages->extraSelections().first().cursor);
+        QVERIFY(m_pages->viewport()->rect().contains(mark) && mark.top() > 0);
+        QVERIFY(m_editor->cursorRect().top() < 2 * m_editor->fontMetrics().height());
         QTest::mouseDClick(m_scenes->viewport(), Qt::LeftButton, {},
                            m_scenes->visualRect(fourth).center());
         QVERIFY(!m_scenes->findChild<QLineEdit *>()); // A heading is changed in the text.
@@ -479,7 +521,8 @@ private Q_SLOTS:
         }
         QVERIFY(keys.size() >= 20);
         const int points = m_editor->font().pointSize();
-        key(Qt::Key_Plus, Qt::ControlModifier);
+        for (const Qt::Key sign : {Qt::Key_Plus, Qt::Key_Plus, Qt::Key_Minus})
+            key(sign, Qt::ControlModifier);
         QVERIFY(!m_window->isWindowModified());
         open(example);
         m_window->resize(1011, 555);
@@ -622,5 +665,12 @@ private:
     QListView *m_scenes = nullptr;
 };
 
-QTEST_MAIN(WindowTest)
+// QTEST_MAIN() would take margins for those of a screen with 96 dots an inch, which it need not be.
+int main(int argc, char *argv[])
+{
+    QApplication application(argc, argv);
+    WindowTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "tst_window.moc"
