@@ -120,7 +120,7 @@ QAction *Host::Window::add(QMenu *menu, const QString &text, const QString &keys
                            const std::function<void()> &command)
 {
     QAction *action = menu->addAction(text);
-    action->setShortcut(QKeySequence(keys));
+    action->setShortcuts(QKeySequence::listFromString(keys));
     connect(action, &QAction::triggered, this, command);
     return action;
 }
@@ -162,10 +162,8 @@ void Host::Window::addEditMenu()
         [this] { m_pages->hasFocus() ? m_pages->copy() : m_editor->copy(); });
     add(menu, "&Paste"_L1, QStringLiteral("Ctrl+V"), [this] { m_editor->paste(); });
     menu->addSeparator();
-    const auto find = [this] { m_findBar->open(); };
-    add(menu, "&Find and Replace..."_L1, QStringLiteral("Ctrl+F"), find)
-        ->setShortcuts(
-            {QKeySequence(QStringLiteral("Ctrl+F")), QKeySequence(QStringLiteral("Ctrl+H"))});
+    add(menu, "&Find and Replace..."_L1, QStringLiteral("Ctrl+F; Ctrl+H"),
+        [this] { m_findBar->open(); });
     add(menu, "Find Ne&xt"_L1, QStringLiteral("F3"), [this] { m_findBar->find(); });
     add(menu, "Find Pre&vious"_L1, QStringLiteral("Shift+F3"),
         [this] { m_findBar->find(QTextDocument::FindBackward); });

@@ -142,6 +142,9 @@ private Q_SLOTS:
         QVERIFY(formatAt(u"loud"_s).fontWeight() >= QFont::Bold);
         QVERIFY(formatAt(u"[[why"_s).foreground() != formatAt(u"A "_s).foreground());
         QVERIFY(formatAt(u"[[why"_s).fontItalic() && !formatAt(u"A "_s).fontItalic());
+        const QBrush onLight = formatAt(u"[[why"_s).foreground();
+        m_window->setPalette(QPalette(Qt::black));
+        QVERIFY(formatAt(u"[[why"_s).foreground() != onLight);
         QCOMPARE(m_scenes->model()->index(0, 0).data().toString(), u"12A  INT. HALL - DAY"_s);
         goTo(u"ANNA"_s);
         QCOMPARE(markedText(), u"ANNA"_s);
@@ -340,12 +343,16 @@ private Q_SLOTS:
     {
         create(path(), "One.");
         open(path());
-        create(path(), "Two.");
-        QTRY_COMPARE(m_editor->text(), u"Two."_s);
-        QVERIFY(!m_window->isWindowModified());
-        type(u"x"_s);
+        m_editor->moveCursor(QTextCursor::End);
         QString error;
-        QVERIFY(Host::saveBytes(path(), "Three.", &error)); // by another file in its place
+        for (const QString &text : {u"Changed once."_s, u"Twice."_s, u"Two."_s}) {
+            QVERIFY(Host::saveBytes(path(), text.toUtf8(), &error)); // by another file in its place
+            QTRY_COMPARE(m_editor->text(), text);
+        }
+        QVERIFY(!m_window->isWindowModified() && m_editor->textCursor().position() == 4);
+        m_editor->moveCursor(QTextCursor::Start);
+        type(u"x"_s);
+        create(path(), "Three.");
         answerNext(QMessageBox::Cancel);
         key(Qt::Key_S, Qt::ControlModifier);
         QCOMPARE(contents(path()), QByteArray("Three."));
