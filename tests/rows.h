@@ -4,10 +4,9 @@
 #ifndef ROWS_H
 #define ROWS_H
 
-#include <QtCore/QString>
+#include <QtCore/QFile>
+#include <QtCore/QStringList>
 #include <QtTest/QtTest>
-
-#include <string_view>
 
 /// Any UTF-16 text, lone surrogates too.
 inline QString operator""_s(const char16_t *text, size_t size)
@@ -15,25 +14,46 @@ inline QString operator""_s(const char16_t *text, size_t size)
     return QString(reinterpret_cast<const QChar *>(text), int(size));
 }
 
-/// A case of a table with the columns input and expected.
-struct Row
+/// \a text with its escapes resolved, those of C++ for a line end, a tab, a UTF-16 unit (\\u and
+/// four digits) and the backslash.
+inline QString unescaped(const QString &text)
 {
-    const char *name;
-    std::u16string_view input, expected;
-};
-
-inline QString textOf(std::u16string_view text)
-{
-    return operator""_s(text.data(), text.size());
+    QString plain;
+    for (int i = 0; i < text.size(); ++i) {
+        const QChar c = text.at(i);
+        const QChar next = c == u'\\' ? text.at(++i) : QChar();
+        if (next == u'u') {
+            plain += QChar(text.mid(i + 1, 4).toUShort(nullptr, 16));
+            i += 4;
+        } else {
+            plain += next.isNull()  ? c
+                     : next == u'n' ? u'\n'
+                     : next == u'r' ? u'\r'
+                     : next == u't' ? u'\t'
+                                    : next;
+        }
+    }
+    return plain;
 }
 
-template<size_t count>
-void addRows(const Row (&rows)[count])
+/// Adds the cases of the \a tables in tests/cases: one a line, its name, its input and what is
+/// expected of it, with tabs between them and escapes in them. Lines behind "#" are remarks.
+inline void addCases(const QStringList &tables)
 {
     QTest::addColumn<QString>("input");
     QTest::addColumn<QString>("expected");
-    for (const Row &row : rows)
-        QTest::newRow(row.name) << textOf(row.input) << textOf(row.expected);
+    for (const QString &table : tables) {
+        QFile file(QStringLiteral(CASES "/") + table + u".tsv"_s);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        for (const QString &line : QString::fromUtf8(file.readAll()).split(u'\n')) {
+            const QStringList parts = line.split(u'\t');
+            if (line.isEmpty() || line.startsWith(u'#'))
+                continue;
+            QVERIFY2(parts.size() == 3, qPrintable(line));
+            QTest::newRow(qPrintable(parts.at(0)))
+                << unescaped(parts.at(1)) << unescaped(parts.at(2));
+        }
+    }
 }
 
 /// A row for each of \a table, which a test takes by its index.

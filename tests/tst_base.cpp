@@ -9,25 +9,6 @@
 
 namespace {
 
-// The formats of a block and records; the name of the one to which the block belongs.
-const Row blockRows[] = {
-    {"formats are all in the block", u"=a4 m2 w75 i1|A=a4 w75", u"A"},
-    {"character format alone", u"=a4 w75 i1|A=i1", u"A"},
-    {"block format alone", u"=a4 w75|A=a4", u"A"},
-    {"another value", u"=a4 w75 i1|A=a2 w75 i1|B=a4 w25", u""},
-    {"value of another type", u"=a4|A=A4", u""},
-    {"a property that the block lacks", u"=a4|A=a4 u1", u""},
-    {"0 is not a property that the block lacks", u"=a4|A=a4 u0|B=m0", u""},
-    {"most properties in both formats together", u"=a4 w75 i1|A=w75 i1|B=a4|C=a4 w75 i1", u"C"},
-    {"more properties that do not fit", u"=a4 w75 i1|A=a2 w75 i1|B=i1", u"B"},
-    {"of equals the first", u"=a4 w75 i1|A=a4 i1|B=w75 i1|C=a4 w75", u"A"},
-    {"left margins", u"=m2 a4|A=m1 a4|B=m0 a4|C=m2|D=m3", u"C"},
-    {"record without a left margin", u"=m2 a4|A=a4", u"A"},
-    {"no properties", u"=a4|A|B=a4", u"B"},
-    {"no properties on both sides", u"|A", u""},
-    {"no name", u"=a4 w75 i1|=a4 w75 i1|B=a4", u"B"},
-};
-
 QString found(const QString &lines)
 {
     QList<ZEMScriptElement> records = recordsOf(lines);
@@ -47,7 +28,7 @@ class BaseTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void recordOfABlock_data() { addRows(blockRows); }
+    void recordOfABlock_data() { addCases({u"base-blocks"_s}); }
     void recordOfABlock() { check(found); }
 
     void recordOfAName()

@@ -73,46 +73,6 @@ QString comeBack(const QString &script)
            + dump(*parser.document);
 }
 
-// clang-format off
-const Row renderRows[] = {
-    {"first element takes the empty block", u"Action||x\nNotes|biuc|y", u"x|a1|w0\ny|a4|w75 i1 u1"},
-    {"record beats style", u"Character|bc|x\nDialogue|b|y", u"x|a2|w25 i1\ny|a1|w75 u2"},
-    {"record serves again", u"Character||x\nCharacter|u|y\nNotes||z", u"x|a2|w25 i1\ny|a2|w25 i1 u1\nz|a1|w0"},
-    {"missing record is looked up again", u"Notes||x\nNotes||y\nDialogue||z", u"x|a1|w0\ny|a1|w0\nz|a1|w0 u2"},
-    {"heading name has a blank", u"SceneHeading||x", u"x|a8|w0 u3"},
-    {"type without a name", u"13||x", u"x|a1|w0"},
-    {"parentheses come back", u"Parenthetical|i|\nParenthetical||x", u"()|a1|w0 i1\n(x)|a1|w0"},
-    {"line feeds make blocks", u"Action|bc|x\\n\\ny", u"x|a4|w75\n|a4|w75\ny|a4|w75"},
-    {"empty elements share the first block", u"Action|bc|\n-\nAction|i|x\n-", u"x|a1|w0 i1\n|a1|w0"},
-};
-
-const Row exportRows[] = {
-    {"weight 74 is not bold", u"=a4 w74", u"Undefined|c|x"},
-    {"weight 75 is bold", u"=i0 u0 w75", u"Undefined|b|x"},
-    {"any underline counts", u"=i1 u6 w99", u"Undefined|biu|x"},
-    {"centred among other flags", u"=a132", u"Undefined|c|x"},
-    {"right and justified are left", u"=a10", u"Undefined||x"},
-};
-
-// A row for each line of the table "What survives the road back" in docs/developers.md.
-const Row roadRows[] = {
-    {"title page", u"Title: A Lamp\n\nx y\n", u"Title:A Lamp\\n\\nx y\n\\nTitle:A Lamp\\n\\nx y\n@Title|A Lamp\nAction||x y"},
-    {"action", u"He runs.\n\nShe stays.\n", u"He runs.\\nShe stays.\n\\nHe runs.\\nShe stays.\nAction||He runs.She stays."},
-    {"emphasis", u"a **b** c\n", u"a \\nb\\n c\n\\na \\nb\\n c\nAction||a b c"},
-    {"centred", u"> the end <\n", u"the end\n\\nthe end\nAction||the end"},
-    {"scene heading", u"INT. SEA #4#\n\nx y\n", u"SEA \\nx y\n\\n.SEA \\nx y\nCharacter||.SEA\nDialogue||x y\nDialogue||"},
-    {"forced heading", u".SEA\n\nx y\n", u"SEA\\nx y\n\\n.SEA\\nx y\nCharacter||.SEA\nDialogue||x y\nDialogue||"},
-    {"character and dialogue", u"Waves.\n\nMARA\nIt burns.\n\nx y\n", u"Waves.\\nMARA\\nIt burns.\\nx y\n\\nWaves.\\nMARAIt burns.\\nx y\nAction||Waves.MARAIt burns.x y"},
-    {"parenthetical", u"MARA\n(softly)\nIt burns.\n", u"MARA\\n(softly)\\nIt burns.\\n\n\\nMARA(softly)It burns.\\n\nAction||MARA(softly)It burns."},
-    {"transition", u"CUT TO:\n\nx y\n", u"CUT TO:\\nx y\n>CUT TO:\\nx y\nCharacter||>CUT TO:\nDialogue||x y\nDialogue||"},
-    {"section", u"## Act One\n\nx y\n", u"Act One\\nx y\n#Act One\\nx y\nAction||#Act Onex y"},
-    {"synopsis", u"= She leaves.\n\nx y\n", u" She leaves.\\nx y\n= She leaves.\\nx y\nAction||= She leaves.x y"},
-    {"note", u"x y [[why?]] z\n", u"x y \\nwhy?\\n z\n\\nx y [[why?]]\\n z\nAction||x y \nNotes||why?\nAction|| z"},
-    {"comment", u"x y\n\n/* old */\nz w\n", u"x y\\n old \\n\\nz w\n\\nx y\\n old \\n\\nz w\nAction||x y old \\nz w"},
-    {"page break", u"x y\n===\nz w\n", u"x y\\n===\\nz w\n\\nx y\\n===\\nz w\nAction||x y\nPageBreak||===\nAction||z w"},
-};
-// clang-format on
-
 } // namespace
 
 class BridgeTest : public QObject
@@ -120,11 +80,11 @@ class BridgeTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void rendering_data() { addRows(renderRows); }
+    void rendering_data() { addCases({u"bridge-rendering"_s}); }
     void rendering() { check(rendered); }
-    void exporting_data() { addRows(exportRows); }
+    void exporting_data() { addCases({u"bridge-exporting"_s}); }
     void exporting() { check(exportedText); }
-    void thereAndBack_data() { addRows(roadRows); }
+    void thereAndBack_data() { addCases({u"bridge-road"_s}); }
     void thereAndBack() { check(comeBack); }
 
     void renderingAddsBehindTheText()

@@ -36,17 +36,6 @@ QString rendered(const QString &input)
     return margins.join(u' ') + u", "_s + asked.join(u' ');
 }
 
-// clang-format off
-const Row lookupRows[] = {
-    {"each change of the name", u"Action=m1|Notes=m2|Action=m3\nAction\nAction|b|x\nNotes\nNotes\nAction", u"1 1 2 2 3, Action Notes Action"},
-    {"again behind a failed one", u"\nNotes\nNotes\nAction", u"0 0 0, Notes Notes Action"},
-    {"none for a nameless type at first", u"Action=m1\n13\n-1\nAction\n13\n-1", u"0 0 1 0 0, Action "},
-    {"empty name that is answered", u"Action=m1|Nameless=m9|Nameless=m8\n13\nAction\n13\n13", u"0 1 9 8, Action  "},
-    {"record under another name", u"Other=m1|Other=m2|Other=m3\nAction\nAction\nAction", u"1 2 3, Action Action Action"},
-    {"record without a name is not merged", u"=m5|=m5\nAction\nAction", u"0 0, Action Action"},
-};
-// clang-format on
-
 } // namespace
 
 ZEMScriptElement ZEMScriptElement::find(const QList<ZEMScriptElement> &, const QString &name)
@@ -66,7 +55,7 @@ class LookupsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void lookupsOfAnImport_data() { addRows(lookupRows); }
+    void lookupsOfAnImport_data() { addCases({u"lookups"_s}); }
     void lookupsOfAnImport() { check(rendered); }
 
     void lookupForEachBlockOfAnExport()

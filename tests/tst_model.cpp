@@ -9,22 +9,15 @@ namespace {
 
 // The names by type. The two headings give one with a blank and are known by one without.
 // clang-format off
-constexpr std::u16string_view given[] = {
-    u"Undefined", u"Action", u"Boneyard", u"Character", u"Notes", u"Dialogue", u"PageBreak",
-    u"Parenthetical", u"Scene Heading", u"Section Heading", u"Synopsis", u"Transition", u"General",
+constexpr const char * given[] = {
+    "Undefined", "Action", "Boneyard", "Character", "Notes", "Dialogue", "PageBreak",
+    "Parenthetical", "Scene Heading", "Section Heading", "Synopsis", "Transition", "General",
 };
-constexpr std::u16string_view accepted[] = {
-    u"Undefined", u"Action", u"Boneyard", u"Character", u"Notes", u"Dialogue", u"PageBreak",
-    u"Parenthetical", u"SceneHeading", u"SectionHeading", u"Synopsis", u"Transition", u"General",
+constexpr const char * accepted[] = {
+    "Undefined", "Action", "Boneyard", "Character", "Notes", "Dialogue", "PageBreak",
+    "Parenthetical", "SceneHeading", "SectionHeading", "Synopsis", "Transition", "General",
 };
 // clang-format on
-
-// The style of an element and its two formats.
-const Row styleRows[] = {
-    {"plain", u"||", u"w0, a1"},      {"bold", u"|b|", u"w75, a1"},
-    {"italic", u"|i|", u"w0 i1, a1"}, {"underlined", u"|u|", u"w0 u1, a1"},
-    {"centred", u"|c|", u"w0, a4"},   {"any other alignment", u"|130|", u"w0, a130"},
-};
 
 } // namespace
 
@@ -36,8 +29,8 @@ private Q_SLOTS:
     void typesHaveNames()
     {
         for (int type = 0; type <= 12; ++type) {
-            QCOMPARE(QFnElement::toString(QFnElement::Type(type)), textOf(given[type]));
-            QCOMPARE(int(QFnElement::toElementType(textOf(accepted[type]))), type);
+            QCOMPARE(QFnElement::toString(QFnElement::Type(type)), QLatin1String(given[type]));
+            QCOMPARE(int(QFnElement::toElementType(QLatin1String(accepted[type]))), type);
         }
         QCOMPARE(QFnElement::toString(QFnElement::Type(-1)), QString());
         QCOMPARE(QFnElement::toString(QFnElement::Type(13)), QString());
@@ -46,7 +39,7 @@ private Q_SLOTS:
             QCOMPARE(QFnElement::toElementType(name), QFnElement::Undefined);
     }
 
-    void styleGivesFormats_data() { addRows(styleRows); }
+    void styleGivesFormats_data() { addCases({u"model-styles"_s}); }
     void styleGivesFormats()
     {
         check([](const QString &line) {

@@ -36,25 +36,6 @@ QString placed(const QStringList &page)
 }
 
 // clang-format off
-const Row layoutRows[] = {
-    {"nothing", u"", u""},
-    {"every kind at its column", u"int. sea - day\n\nShe waits.\n\nANNA\n(low)\nHi.\n\nCUT TO:\n\n> the *end* <\n", u"0 15 INT. SEA - DAY\n2 15 She waits.\n4 37 ANNA\n5 31 (low)\n6 25 Hi.\n8 68 CUT TO:\n10 41 the end"},
-    {"a long scene number leaves room", u"INT. 123456789 123456789 123456789 123456789 123456789 X #1234567890123#\n", u"0 1 123456789012  INT. 123456789 123456789 123456789 123456789         123456789012\n1 15 123456789 X"},
-    {"scene number at both edges", u"INT. SEA #12A#\n\nb\n", u"0 10 12A  INT. SEA                                                      12A\n2 15 b"},
-    {"action breaks behind 60 letters", u"123456789 123456789 123456789 123456789 123456789 1234567890 x\n", u"0 15 123456789 123456789 123456789 123456789 123456789 1234567890\n1 15 x"},
-    {"before the word that has 61", u"123456789 123456789 123456789 123456789 123456789 12345678901\n", u"0 15 123456789 123456789 123456789 123456789 123456789\n1 15 12345678901"},
-    {"dialogue breaks behind 35 letters", u"ANNA\n123456789 123456789 123456789 12345 x\n", u"0 37 ANNA\n1 25 123456789 123456789 123456789 12345\n2 25 x"},
-    {"parenthetical hangs", u"ANNA\n(123456789 123456789 1234 67)\nHi.\n", u"0 37 ANNA\n1 31 (123456789 123456789\n2 32 1234 67)\n3 25 Hi."},
-    {"a word longer than the line", u"ANNA\n1234567890123456789012345678901234567\n", u"0 37 ANNA\n1 25 12345678901234567890123456789012345\n2 25 67"},
-    {"an accent counts with its letter", u"ANNA\n123456789 123456789 123456789 1234e\u0301 x\n", u"0 37 ANNA\n1 25 123456789 123456789 123456789 1234e\u0301\n2 25 x"},
-    {"a wide letter counts two", u"ANNA\n\U0001F525\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\U0001F525\n", u"0 37 ANNA\n1 25 \U0001F525\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\u706f\n2 25 \U0001F525"},
-    {"lines stay lines", u"a\nb\n\n    c\td\n", u"0 15 a\n1 15 b\n3 19 c    d"},
-    {"blank lines stay", u"a\n\n\n\nb\n", u"0 15 a\n4 15 b"},
-    {"working material is left out", u"a\n\n# b\n\n= c\n\n[[d]]\n\n/* e */\n\nf\n", u"0 15 a\n2 15 f"},
-    {"and leaves no gap in a line", u"She sits [[check]]. Then [[no]] up /* ! */\n\n[[x]] Out.\n\n> Off [[y]]\n", u"0 15 She sits. Then up\n2 15 Out.\n4 72 OFF"},
-    {"nor in a speech or paragraph", u"ANNA\nHi.\n[[note]]\nBye.\n\na\n[[b]]\nc\n", u"0 37 ANNA\n1 25 Hi.\n2 25 Bye.\n4 15 a\n5 15 c"},
-};
-
 /// Scripts whose second page is told: \a last line of the first, \a start of the second. Above
 /// each stand action paragraphs of one line, \a above lines with the blank ones between them.
 struct Turn
@@ -85,12 +66,6 @@ const Turn turns[] = {
     {"a parenthetical goes with its line", 48, u"ANNA\none\ntwo\n(low)\nthree\nfour\nfive\n"_s, u"(MORE)"_s, u"ANNA (CONT'D)|(low)|three"_s},
 };
 
-// Title pages: rows and columns of all pages, parted by "|".
-const Row titleRows[] = {
-    {"a part for each entry", u"Copyright: (c) A\nContact: B Ltd.\n    c@d.example\nDraft date: 1 May\nSource: e\nAuthor: F\nTitle: The *Sea*\nCredit:by\n\nx\n", u"16 41 The Sea\n20 44 by\n22 44 F\n26 44 e\n51 70 1 May\n52 15 B Ltd.\n53 15 c@d.example                                            (c) A|0 15 x"},
-    {"a long entry in lines of its column", u"Contact: 123456789 123456789 123456789 123456 789\n\nx\n", u"52 15 123456789 123456789 123456789 123456\n53 15 789|0 15 x"},
-    {"an empty entry", u"Title:\n\nx\n", u"0 15 x"},
-};
 // clang-format on
 
 } // namespace
@@ -100,7 +75,7 @@ class PagesTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void layout_data() { addRows(layoutRows); }
+    void layout_data() { addCases({u"pages-layout"_s}); }
     void layout()
     {
         check([](const QString &script) { return placed(pagesOf(script).first()); });
@@ -140,7 +115,7 @@ private Q_SLOTS:
         }
     }
 
-    void titlePage_data() { addRows(titleRows); }
+    void titlePage_data() { addCases({u"pages-titles"_s}); }
     void titlePage()
     {
         check([](const QString &script) {

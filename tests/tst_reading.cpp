@@ -43,59 +43,10 @@ QString listed(const QVector<Paragraph> &script)
 }
 
 // clang-format off
-const Row readingRows[] = {
-    {"lines of action stay lines", u"She hits\nthe play button.\n", u"Action: She hits|the play button."},
-    {"lines of centred text stay lines", u"> A <\n> B <\n", u"Action centred: A|B"},
-    {"a forcing mark is of the first line alone", u"b\n!LOUD\nc\n", u"Action: b\nAction: LOUD|c"},
-    {"more than one blank line", u"A\n\n\n\nB\n", u"Action: A\n-\n-\nAction: B"},
-    {"the title page", u"Title: The *Sea*\nAuthor:\nContact:\n    a\n    b\n\nTitle: x\n", u"Title: Title: The {i Sea}\nTitle: Author:\nTitle: Contact:|    a|    b\nAction: Title: x"},
-    {"keys further down are text", u"A\n\nNotes about the sea\n\nANNA\nTitle fights are rigged.\n\nAUTHOR\nNo.\n", u"Action: A\nAction: Notes about the sea\nCharacter: ANNA\nDialogue: Title fights are rigged.\nCharacter: AUTHOR\nDialogue: No."},
-    {"a heading with a number", u"INT. FLAT #2 - NIGHT #12A#\n", u"SceneHeading #12A: INT. FLAT #2 - NIGHT"},
-    {"a heading below a page break", u"===\nINT. SEA\n", u"PageBreak: ===\nSceneHeading: INT. SEA"},
-    {"a heading beside a comment", u"/* x */ INT. SEA /* y */\n", u"SceneHeading: {comment /* x */} INT. SEA {comment /* y */}"},
-    {"a heading below a comment", u"/* x */\nINT. SEA\n", u"Boneyard:  x \nSceneHeading: INT. SEA"},
-    {"forced headings, and dots", u".HILL\n\n..x\n", u"SceneHeading: HILL\nAction: ..x"},
-    {"the end of the file ends a heading", u"INT. SEA", u"SceneHeading: INT. SEA"},
-    {"the end of the file ends a transition", u"CUT TO:", u"Transition: CUT TO:"},
-    {"capitals at the end of the file", u"THE END", u"Action: THE END"},
-    {"outline lines are each their own", u"# A\n## B\n= c\n= d\n", u"SectionHeading 1: A\nSectionHeading 2: B\nSynopsis: c\nSynopsis: d"},
-    {"marks without text", u"#\n\n=\n\n!\n\n[[]]\n\n/**/\n", u"Action: #\nAction: =\nAction: !\nAction: {note [[]]}\nAction: {comment /**/}"},
-    {"a comment between cue and speech", u"ANNA\n/* x */\nHello.\n", u"Character: ANNA\nBoneyard:  x \nDialogue: Hello."},
-    {"a comment in a speech", u"ANNA\nA.\n/* x\n\ny */\nB.\n", u"Character: ANNA\nDialogue: A.\nBoneyard:  x||y \nDialogue: B."},
-    {"a comment in a line", u"a /* *b */ c*\n", u"Action: a {comment /* *b */} c*"},
-    {"comments beside a page break", u"=== /* x */\n/* y */ ===\n", u"PageBreak: === {comment /* x */}\nPageBreak: {comment /* y */} ==="},
-    {"a mark behind a comment", u"/* x */# A\n\n/* x */ = b\n\n[[n]]!C\n\n/* x */> D <\n", u"SectionHeading 1: {comment /* x */}A\nSynopsis: {comment /* x */} b\nAction: {note [[n]]}C\nAction centred: {comment /* x */}D"},
-    {"a note behind a mark", u"> A <[[n]]\n\n# [[n]]\n\nINT. B [[n]]\n", u"Action centred: A{note [[n]]}\nSectionHeading 1: {note [[n]]}\nSceneHeading: INT. B {note [[n]]}"},
-    {"a line that ends in a note or emphasis", u"a [[n]]\n**b**\nc\n", u"Action: a {note [[n]]}|{b b}{b |}c"},
-    {"a lone end of a comment", u"*/ a\n", u"Action: */ a"},
-    {"notes", u"[[n]]\n\nShe sits [[check]]. Then up.\n", u"Notes: n\nAction: She sits {note [[check]]}. Then up."},
-    {"notes in headings and speeches", u"INT. SEA [[n]]\n\nANNA\nA [[m\no]] b.\n", u"SceneHeading: INT. SEA {note [[n]]}\nCharacter: ANNA\nDialogue: A {note [[m|o]]} b."},
-    {"a note ends in front of a blank line", u"[[ a\n\nb ]]\n", u"Action: [[ a\nAction: b ]]"},
-    {"parentheticals", u"ANNA\n(softly)\nYes (no) yes.\n(a) b (c)\n", u"Character: ANNA\nParenthetical: (softly)\nDialogue: Yes (no) yes.\nDialogue: (a) b (c)"},
-    {"a line of blanks in a speech", u"ANNA\nA.\n  \nB.\n\n  \nC.\n", u"Character: ANNA\nDialogue: A.\nDialogue:   \nDialogue: B.\n-\nAction: C."},
-    {"emphasis", u"_a_ *b* **c** ***d*** _e *f* g_\n", u"Action: {u a} {i b} {b c} {bi d} {u e }{iu f}{u  g}"},
-    {"emphasis in speeches", u"ANNA\n(*softly*)\nI **mean** it.\n", u"Character: ANNA\nParenthetical: ({i softly})\nDialogue: I {b mean} it."},
-    {"marks that do not pair up", u"5 * 3 * 2\n\nQueen_98\n\n* *\n", u"Action: 5 * 3 * 2\nAction: Queen_98\nAction: * *"},
-    {"transitions", u"> FADE OUT.\n\n>x\n\n>\n", u"Transition: FADE OUT.\nTransition: x\nAction: >"},
-};
-
-// Rich text of lines "Kind: text", and the script that it becomes with all that there is to tell.
-const Row messageRows[] = {
-    {"headings and transitions, forced or not", u"SceneHeading: THE SEA\nSceneHeading: INT. SEA\nTransition: CUT TO:\nTransition: x", u".THE SEA\n\nINT. SEA\n\nCUT TO:\n\n> x\n"},
-    {"action in capitals", u"Action: LOUD\nAction: more", u"LOUD\n\nmore\n"},
-    {"action like a section", u"Action: # a", u"!# a\n"},
-    {"a speech", u"Character: ANNA\nDialogue: A.\nParenthetical: (b)\nDialogue: C.", u"ANNA\nA.\n(b)\nC.\n"},
-    {"typed asterisks", u"Action: *a*", u"*a*\nparagraph 1, Action \"*a*\", has no form in the script and becomes Action \"a\""},
-    {"a cue in small letters", u"Action: a\nCharacter: bob\nDialogue: b", u"a\n\nbob\nb\nparagraph 2, Character \"bob\", has no form in the script and becomes Action \"bob b\"\nparagraph 3, Dialogue \"b\", has no form in the script and becomes Action \"bob b\""},
-    {"a long speech without a cue", u"Dialogue: 123456789 123456789 123456789 123456789 1", u"123456789 123456789 123456789 123456789 1\nparagraph 1, Dialogue \"123456789 123456789 123456789 123456789 ...\", has no form in the script and becomes Action \"123456789 123456789 123456789 123456789 ...\""},
-    {"emphasis in a speech", u"Character: ANNA\nDialogue: <b>A</b>", u"ANNA\n**A**\n"},
-    {"emphasis in a heading, once", u"SceneHeading: <b>INT. SEA</b>", u"INT. SEA\nparagraph 1, Scene Heading \"INT. SEA\", loses its emphasis"},
-};
-
 // What stands in front, and what is repeated behind it.
-const std::pair<std::u16string_view, std::u16string_view> longScripts[] = {
-    {u"", u"[[ x "}, {u"", u"/* x "}, {u"", u"*a _b **c "}, {u"", u"She sits.\n"}, {u"", u"Title: a\n b\n"},
-    {u"A\n", u"/* x */\n"}, {u"", u"ANNA\n/* x */\n\n"}, {u"ANNA\n", u"("}, {u"INT. A ", u"#1"},
+const std::pair<QString, QString> longScripts[] = {
+    {u""_s, u"[[ x "_s}, {u""_s, u"/* x "_s}, {u""_s, u"*a _b **c "_s}, {u""_s, u"She sits.\n"_s}, {u""_s, u"Title: a\n b\n"_s},
+    {u"A\n"_s, u"/* x */\n"_s}, {u""_s, u"ANNA\n/* x */\n\n"_s}, {u"ANNA\n"_s, u"("_s}, {u"INT. A "_s, u"#1"_s},
 };
 // clang-format on
 
@@ -106,13 +57,13 @@ class ReadingTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void reads_data() { addRows(readingRows); }
+    void reads_data() { addCases({u"reading"_s}); }
     void reads()
     {
         check([](const QString &script) { return listed(Host::read(script)); });
     }
 
-    void comesBack_data() { addRows(readingRows); }
+    void comesBack_data() { addCases({u"reading"_s}); }
     void comesBack()
     {
         QFETCH(QString, input);
@@ -164,7 +115,7 @@ private Q_SLOTS:
         QCOMPARE(Host::exportHtml(u"<html><body><p>a</p><p>b</p></body></html>"_s), u"a\n\nb\n"_s);
     }
 
-    void exportNamesWhatHasNoForm_data() { addRows(messageRows); }
+    void exportNamesWhatHasNoForm_data() { addCases({u"reading-messages"_s}); }
     void exportNamesWhatHasNoForm()
     {
         check([](const QString &paragraphs) {
@@ -188,12 +139,11 @@ private Q_SLOTS:
     void longScriptsAreReadInTime()
     {
         for (const auto &parts : longScripts) {
-            const QString script =
-                textOf(parts.first) + textOf(parts.second).repeated(50000) + u'#';
+            const QString script = parts.first + parts.second.repeated(50000) + u'#';
             QElapsedTimer timer;
             timer.start();
             QVERIFY(Host::written(Host::read(script)) == script);
-            QVERIFY2(timer.elapsed() < 5000, qPrintable(textOf(parts.second)));
+            QVERIFY2(timer.elapsed() < 5000, qPrintable(parts.second));
         }
     }
 };

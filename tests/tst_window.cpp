@@ -56,44 +56,6 @@ void nameNext(const QString &name)
     });
 }
 
-// clang-format off
-const Row formRows[] = {
-    {"line feeds, none at the end", u"INT. A\n\nb", u""},
-    {"CR LF", u"INT. A\r\n\r\nb\r\n", u""},
-    {"lone CR", u"INT. A\r\rb\r", u""},
-    {"byte order mark", u"\ufeffINT. A\r\n", u""},
-    {"blanks, also that do not break", u"  a\u00a0\t \n\n\n\n @x~^", u""},
-};
-
-// What is typed, and the line that it gives behind a script with MAX, MARY twice and a mill.
-const Row completionRows[] = {
-    {"Return takes the most used", u"\nM\n", u"MARY"},
-    {"down to the next", u"\nM↓\n", u"MAX"},
-    {"Escape declines", u"\nM⎋O\n", u"MO\n"},
-    {"typing goes on", u"\nMOE\n", u"MOE\n"},
-    {"a whole name is complete", u"\nMAX\n", u"MAX\n"},
-    {"again when a letter is taken back", u"\nMX⌫\n", u"MARY"},
-    {"place", u"\nINT\n", u"INT. MILL"},
-    {"nothing but names", u"\nA\n", u"A\n"},
-    {"not below a line", u"M\n", u"M\n"},
-    {"not in small letters", u"\nMa\n", u"Ma\n"},
-};
-
-// The keys with Ctrl, then a text with its selection between bars; the text behind them.
-const Row markRows[] = {
-    {"bold", u"B:a |b| c", u"a **|b|** c"},
-    {"off again", u"BB:a |b| c", u"a |b| c"},
-    {"italics in bold", u"I:**|b|**", u"***|b|***"},
-    {"bold off both", u"B:***|b|***", u"*|b|*"},
-    {"marks selected too", u"U:|_b_|", u"|b|"},
-    {"each line", u"I:a|b\n\nc|d", u"a*|b*\n\n*c|*d"},
-    {"note", u"N:a |b\nc| d", u"a [[|b\nc|]] d"},
-    {"comment off", u"//:|b|", u"|b|"},
-    {"a mark on one side alone", u"B:**|b|", u"****|b|**"},
-    {"nothing selected", u"BI:a ||", u"a ***||***"},
-};
-// clang-format on
-
 } // namespace
 
 class WindowTest : public QObject
@@ -119,7 +81,7 @@ private Q_SLOTS:
 
     void cleanup() { m_window.reset(); }
 
-    void bytesAreKept_data() { addRows(formRows); }
+    void bytesAreKept_data() { addCases({u"window-files"_s}); }
     void bytesAreKept()
     {
         QFETCH(QString, input);
@@ -384,7 +346,7 @@ private Q_SLOTS:
         QCOMPARE(m_editor->text(), u"INT. A"_s);
     }
 
-    void capitalsAreCompleted_data() { addRows(completionRows); }
+    void capitalsAreCompleted_data() { addCases({u"window-completion"_s}); }
     void capitalsAreCompleted()
     {
         QFETCH(QString, input);
@@ -405,7 +367,7 @@ private Q_SLOTS:
         QTEST(m_editor->text().mid(script.size() + (input.startsWith(u'\n') ? 1 : 0)), "expected");
     }
 
-    void marksGoAroundTheSelection_data() { addRows(markRows); }
+    void marksGoAroundTheSelection_data() { addCases({u"window-marks"_s}); }
     void marksGoAroundTheSelection()
     {
         QFETCH(QString, input);

@@ -11,35 +11,6 @@
 
 namespace {
 
-// clang-format off
-const Row formRows[] = {
-    {"lines", u"Undefined||a\nBoneyard||b\nGeneral||c\n-\nAction||d\\n", u"\na\nb\nc\n\nd\n"},
-    {"no style", u"Action|biuc|a\nDialogue|b|b\nDialogue|i|c", u"\nabc"},
-    {"speech", u"Character||Stra\u00dfe\nParenthetical||b\nDialogue||Hi.", u"\nSTRASSE(b)Hi."},
-    {"parentheses that are there", u"Parenthetical||(a)\nParenthetical||(\nParenthetical||)", u"(a)()()"},
-    {"note marks that are there", u"Notes||[[a]]\nNotes||[b]\nNotes||[[", u"[[a]][[[b]]][[]]"},
-    {"blank lines in a note", u"Notes||a\\n\\n\\nb", u"[[a\n  \n\nb]]"},
-    {"page break", u"PageBreak||x\nPageBreak||", u"\n===\n"},
-    {"types below and above the enumeration", u"-1||a\n13||b", u"\na\nb"},
-    {"prefixes with a blank", u"SceneHeading||INT a\nSceneHeading||EXT a\nSceneHeading||EST a\nSceneHeading||INT/EXT a\nSceneHeading||INT./EXT a\nSceneHeading||I/E a", u"\nINT a\nEXT a\nEST a\nINT/EXT a\nINT./EXT a\nI/E a"},
-    {"prefixes with a dot", u"SceneHeading||INT.a\nSceneHeading||EXT.a\nSceneHeading||EST.a\nSceneHeading||INT/EXT.a\nSceneHeading||INT./EXT.a\nSceneHeading||I/E.a", u"\nINT.a\nEXT.a\nEST.a\nINT/EXT.a\nINT./EXT.a\nI/E.a"},
-    {"no prefixes", u"SceneHeading||INTa\nSceneHeading||EXTa\nSceneHeading||EST\nSceneHeading||INT/EXTa\nSceneHeading||I/Ea", u"\n.INTa\n.EXTa\n.EST\n.INT/EXTa\n.I/Ea"},
-    {"headings in small letters, forced, elsewhere", u"SceneHeading||int a\nSceneHeading||.a\nSceneHeading|| INT a", u"\nint a\n.a\n. INT a"},
-    {"marks run on", u"Action||a\nSectionHeading||b\nSynopsis||c\nTransition||d", u"\na#b=c>d"},
-    {"marks that are there", u"SectionHeading||##a\nSynopsis||=b\nTransition||>c", u"##a=b>c"},
-};
-
-// The text of each line, "end" for a call that closes the marks.
-const Row styleRows[] = {
-    {"marks nest", u"|biuc|a\nend", u">_***A***_<"},
-    {"closed marks open anew", u"|b|a\nend\n|b|b\nend\n||c", u"**A****B**C"},
-    {"centred among other flags", u"|132|a\nend\n|130|b\nend", u">A<B"},
-    {"open marks go on", u"|bc|a\n|bic|b\nend", u">**A*B***<"},
-    {"marks that end are forgotten", u"|b|a\n||b\nend", u"**AB"},
-    {"marks around nothing, capitals", u"|b|\nend\n|i|\u00df", u"*****SS"},
-};
-// clang-format on
-
 /// A writer and what it wrote.
 struct Output
 {
@@ -75,9 +46,9 @@ class WriterTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void forms_data() { addRows(formRows); }
+    void forms_data() { addCases({u"writer-forms"_s}); }
     void forms() { check(written); }
-    void styledText_data() { addRows(styleRows); }
+    void styledText_data() { addCases({u"writer-styles"_s}); }
     void styledText() { check(styled); }
 
     void onlyTypeAndTextAreWritten()
