@@ -116,6 +116,14 @@ Host::Window::Window()
     m_editor->setFocus();
 }
 
+/// A window beside this one, which goes when it is closed.
+Host::Window *Host::Window::another()
+{
+    auto *window = new Window;
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    return window;
+}
+
 QAction *Host::Window::add(QMenu *menu, const QString &text, const QString &keys,
                            const std::function<void()> &command)
 {
@@ -129,11 +137,7 @@ QAction *Host::Window::add(QMenu *menu, const QString &text, const QString &keys
 void Host::Window::addFileMenu()
 {
     QMenu *menu = menuBar()->addMenu("&File"_L1);
-    add(menu, "&New"_L1, QStringLiteral("Ctrl+N"), [] {
-        auto *other = new Window;
-        other->setAttribute(Qt::WA_DeleteOnClose);
-        other->show();
-    });
+    add(menu, "&New"_L1, QStringLiteral("Ctrl+N"), [] { another()->show(); });
     add(menu, "&Open..."_L1, QStringLiteral("Ctrl+O"), [this] {
         openAfterQuestion(QFileDialog::getOpenFileName(
             this, "Open"_L1, m_path, "Scripts (*.fountain *.txt *.html);;All files (*)"_L1));
@@ -409,8 +413,7 @@ void Host::Window::offerLeftBehind()
         }
         if (answer == QMessageBox::Open) {
             const bool here = !isWindowModified() && (m_path.isEmpty() || m_path == copy.path);
-            Window *window = here ? this : new Window;
-            window->setAttribute(Qt::WA_DeleteOnClose, !here);
+            Window *window = here ? this : another();
             QString ignored, error;
             if (QFileInfo::exists(copy.path))
                 readText(copy.path, &ignored, &error, &window->m_form);

@@ -57,6 +57,7 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
+    static Window *another();
     QAction *add(QMenu *menu, const QString &text, const QString &keys,
                  const std::function<void()> &command);
     void addFileMenu();

@@ -104,9 +104,9 @@ private Q_SLOTS:
         QVERIFY(formatAt(u"loud"_s).fontWeight() >= QFont::Bold);
         QVERIFY(formatAt(u"[[why"_s).foreground() != formatAt(u"A "_s).foreground());
         QVERIFY(formatAt(u"[[why"_s).fontItalic() && !formatAt(u"A "_s).fontItalic());
-        const QBrush onLight = formatAt(u"[[why"_s).foreground();
+        QVERIFY(formatAt(u"[[why"_s).foreground().color().lightness() < 128);
         m_window->setPalette(QPalette(Qt::black));
-        QVERIFY(formatAt(u"[[why"_s).foreground() != onLight);
+        QVERIFY(formatAt(u"[[why"_s).foreground().color().lightness() > 128);
         QCOMPARE(m_scenes->model()->index(0, 0).data().toString(), u"12A  INT. HALL - DAY"_s);
         goTo(u"ANNA"_s);
         QCOMPARE(markedText(), u"ANNA"_s);
@@ -260,9 +260,17 @@ private Q_SLOTS:
         showNew();
         QTest::qWait(50);
         QVERIFY(!QApplication::activeModalWidget()); // It is asked once in a run of the program.
-        QVERIFY(copies().rename(copies().entryList({u"*.copy"_s}).value(0), u"another.copy"_s));
-        answerNext(QMessageBox::Open);
+        // Two copies, of which one finds the window taken.
+        const QString copy = copies().filePath(copies().entryList({u"*.copy"_s}).value(0));
+        QVERIFY(QFile::copy(copy, copy + u".copy"_s) && QFile::rename(copy, copy + u"2.copy"_s));
+        withNext<QMessageBox>([](QMessageBox *first) {
+            answerNext(QMessageBox::Open);
+            first->button(QMessageBox::Open)->click();
+        });
         showNew();
+        QTRY_COMPARE(visibleWindows().size(), 2);
+        answerNext(QMessageBox::Discard);
+        QVERIFY(visibleWindows().at(visibleWindows().at(0) == m_window.data() ? 1 : 0)->close());
         QTRY_COMPARE(m_editor->text(), u"Unsaved. Old.\n"_s);
         QVERIFY(m_window->isWindowModified());
         key(Qt::Key_S, Qt::ControlModifier);
@@ -489,6 +497,7 @@ private Q_SLOTS:
             keys.append(shortcut);
         }
         QVERIFY(keys.size() >= 20);
+        QVERIFY(!action(u"&Undo"_s)->isEnabled() && !action(u"&Redo"_s)->isEnabled());
         const int points = m_editor->font().pointSize();
         for (const Qt::Key sign : {Qt::Key_Plus, Qt::Key_Plus, Qt::Key_Minus})
             key(sign, Qt::ControlModifier);
@@ -549,6 +558,17 @@ private:
     }
 
     static int copyCount() { return int(copies().entryList({u"*.copy"_s}).size()); }
+
+    static QList<Host::Window *> visibleWindows()
+    {
+        QList<Host::Window *> windows;
+        for (QWidget *widget : QApplication::topLevelWidgets()) {
+            auto *window = qobject_cast<Host::Window *>(widget);
+            if (window && window->isVisible())
+                windows.append(window);
+        }
+        return windows;
+    }
 
     void showNew()
     {
