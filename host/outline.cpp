@@ -74,10 +74,12 @@ QString Host::Outline::placeOf(int paragraph) const
 {
     const Paragraph &one = script.at(paragraph);
     const int page = pages.at(paragraph);
-    const QStringList parts = {one.titlePage ? titlePage : kindNames[one.type],
-                               page == 0 ? QString(titlePage)
-                                         : QStringLiteral("Page %1 of %2").arg(page).arg(pageCount),
-                               QStringLiteral("%L1 words").arg(words)};
+    QStringList parts;
+    if (!one.titlePage)
+        parts.append(kindNames[one.type]);
+    parts.append(page == 0 ? QString(titlePage)
+                           : QStringLiteral("Page %1 of %2").arg(page).arg(pageCount));
+    parts.append(QStringLiteral("%L1 words").arg(words));
     return parts.join(QStringLiteral("  ·  "));
 }
 

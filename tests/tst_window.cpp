@@ -476,6 +476,7 @@ private Q_SLOTS:
         QApplication::sendEvent(m_window.data(), &drop);
         QTRY_VERIFY(!m_window->isWindowModified());
         QCOMPARE(m_editor->text().toUtf8(), contents(example));
+        QTRY_COMPARE(placeText(), u"Title page  ·  971 words"_s);
         m_editor->undo(); // There is nothing to undo: the script is not emptied.
         QCOMPARE(m_editor->text().toUtf8(), contents(example));
         QVERIFY(!action(u"&Undo"_s)->isEnabled() && !action(u"&Redo"_s)->isEnabled());
