@@ -37,7 +37,7 @@ void *malloc(size_t size)
 void *calloc(size_t count, size_t size)
 {
     ++requests;
-    bytes += qint64(count * size);
+    bytes += qint64(count) * qint64(size);
     return __libc_calloc(count, size);
 }
 
