@@ -16,7 +16,7 @@ namespace {
 
 constexpr int pageMargin = 48;                  // pixels
 constexpr int pageWidth = 576 + 2 * pageMargin; // six inches of text
-constexpr qreal letterWidth = 9.6 - 1.0 / 64;   // no more than that, in steps of a 64th
+constexpr qreal letterPixels = 9.6 - 1.0 / 64;  // no more than that, in steps of a 64th
 
 /// The face of a script at such a width that sixty letters go on a line, on any screen: margins are
 /// in pixels, points may be of any size, and many faces are a hair too wide.
@@ -25,7 +25,7 @@ QFont pageFont()
     QFont font = Host::scriptFont();
     font.setPixelSize(Host::linePixels);
     const qreal own = QFontMetricsF(font).horizontalAdvance(u'x');
-    font.setLetterSpacing(QFont::AbsoluteSpacing, letterWidth - own);
+    font.setLetterSpacing(QFont::AbsoluteSpacing, letterPixels - own);
     return font;
 }
 
