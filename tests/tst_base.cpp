@@ -33,7 +33,7 @@ private Q_SLOTS:
 
     void recordOfAName()
     {
-        const QList<ZEMScriptElement> records = recordsOf(u"=a4|A=w75|A=i1|B=u1"_s);
+        const QList<ZEMScriptElement> records = recordsOf(u"=i1|A=w75|A=i1|B=u1"_s);
         QStringList formats;
         for (const QString &name : {u"A"_s, u"B"_s, u"a"_s, QString()})
             formats += dump(ZEMScriptElement::find(records, name).charFormat);
