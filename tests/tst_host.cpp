@@ -1,93 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The ZemFountain authors
 // SPDX-License-Identifier: MIT
 
-#include "dump.h"
 #include "files.h"
 #include "host/files.h"
+#include "rows.h"
 
 #include <QtCore/QProcess>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QTemporaryDir>
-
-namespace {
-
-/// A line for the shell and what it gives.
-struct Call
-{
-    const char *name, *line;
-    int code;
-    const char
-        *words; ///< All on standard output, or with a code in the one line on standard error.
-};
-
-// clang-format off
-const Call calls[] = {
-    {"standard input to standard output", "zemscript import - --to txt < good", 0, "               Anna enters.\n"},
-    {"the format told beats the ending", "zemscript import good x.pdf --to TXT && cat x.pdf", 0, "               Anna enters.\n"},
-    {"ending in capitals", "zemscript import good x.TXT && cat x.TXT", 0, "               Anna enters.\n"},
-    {"no platform is heeded", "QT_QPA_PLATFORM=none QT_QPA_PLATFORMTHEME=gtk3 zemscript import good --to txt", 0, "               Anna enters.\n"},
-    {"ODF", "zemscript import good x.odt && head -c 2 x.odt", 0, "PK"},
-    {"PDF", "zemscript import good x.pdf && head -c 5 x.pdf", 0, "%PDF-"},
-    {"to HTML and back", "zemscript import all x.html && zemscript export x.html - | cmp - all", 0, ""},
-    {"in a pipe", "zemscript import good --to html | zemscript export - back && cat back", 0, "Anna enters.\n"},
-    {"title of HTML", "zemscript import all --to html | grep -o '<title>.*</title>'", 0, "<title>A</title>\n"},
-    {"or the name of the file", "zemscript import good --to html | grep -o '<title>.*</title>'", 0, "<title>good</title>\n"},
-    {"encoding of HTML", "zemscript import good --to html | grep -ic 'charset=.\\?utf-8'", 0, "1\n"},
-    {"sides of HTML", "printf 'Title: A\n\n> b\n' | zemscript import - --to html | grep -o 'align=\"[a-z]*\"'", 0, "align=\"center\"\nalign=\"right\"\n"},
-    {"the library's own rich text", "zemscript import plain x.html --plain && zemscript export x.html --plain", 0, "\n.B \nc"},
-    {"what no script can say", "echo '<p>a *b* c</p><p>a</p>' | zemscript export - x 2>&1 | grep -c ^zemscript:", 0, "1\n"},
-    {"elements", "zemscript elements all", 0,
-     "Title Page      \"Title\": \"A\"\nTitle Page      \"Author\": \"Z\"\n"
-     "Scene Heading   \"B \" number \"1\"\nAction          \"c\" bold italic underline centred\n"
-     "Action          \"\" centred\nAction          \"d\\\\\"\nSection Heading \"e\" depth 2\nUndefined       \"\"\n"},
-    {"mark and line ends", "zemscript elements mac", 0, "Scene Heading   \"A\"\nAction          \"b\"\n"},
-    {"US Letter", "LC_ALL=en_US.UTF-8 zemscript import good --to pdf | grep -ao 'MediaBox .0 0 ...'", 0, "MediaBox [0 0 612\n"},
-    {"A4 where it is custom", "LC_ALL=de_DE.UTF-8 zemscript import good --to pdf | grep -ao 'MediaBox .0 0 ...'", 0, "MediaBox [0 0 595\n"},
-    {"Letter as told", "LC_ALL=de_DE.UTF-8 zemscript import good --to pdf --paper letter | grep -ao 'MediaBox .0 0 ...'", 0, "MediaBox [0 0 612\n"},
-    {"A4 as told", "LC_ALL=C zemscript import good --to pdf --paper a4 | grep -ao 'MediaBox .0 0 ...'", 0, "MediaBox [0 0 595\n"},
-    {"version", "zemscript --version | tr -d 0-9", 0, "zemscript ..\n"},
-    {"many at once", "for i in $(seq 20); do zemscript import good o$i.txt & zemscript import good o.txt & done; wait; sort o*.txt | uniq -c", 0,
-     "     21                Anna enters.\n"},
-    // What fails or is refused leaves an older file as it was.
-    {"missing", "zemscript import none o.html", 1, "none: no such file\n"},
-    {"folder", "zemscript import folder o.html", 1, "folder: is a folder"},
-    {"folder on standard input", "zemscript elements - < folder", 1, "standard input: cannot be read"},
-    {"no UTF-8", "zemscript import latin o.html", 1, "latin: is not UTF-8 at byte 4, counted from 0; mend it with: iconv -f WINDOWS-1252 -t UTF-8 'latin'"},
-    {"on standard input", "zemscript import - o.html < latin", 1, "-: is not UTF-8 at byte 4, counted from 0; mend it with: iconv -f WINDOWS-1252 -t UTF-8\n"},
-    {"cut short", "zemscript elements short", 1, "short: is not UTF-8 at byte 2,"},
-    {"lone surrogate", "zemscript elements mark", 1, "mark: is not UTF-8 at byte 5,"},
-    {"UTF-16", "zemscript elements \"it's\"", 1, "it's: is UTF-16, not UTF-8 at byte 0, counted from 0; mend it with: iconv -f UTF-16 -t UTF-8 'it'\\''s'\n"},
-    {"UTF-16 without a mark", "zemscript elements wide", 1, "wide: is UTF-16LE, not"},
-    {"and the other way round", "zemscript elements Wide", 1, "Wide: is UTF-16BE, not"},
-    {"unknown ending", "zemscript import good o.doc", 1, "o.doc: unknown ending; known: html, odt, pdf, txt\n"},
-    {"no ending", "zemscript import good", 2, "-: unknown ending; known: html, odt, pdf, txt, told by --to"},
-    {"no rich text", "zemscript export good o", 1, "good: unknown ending; known: html\n"},
-    {"no place", "zemscript import good none/o.pdf", 1, "none/o.pdf: cannot be written"},
-    {"onto a folder", "zemscript export in.html folder", 1, "folder: is a folder"},
-    {"full device", "zemscript elements good > /dev/full", 1, "standard output: cannot be written"},
-    {"no face", "FONTCONFIG_FILE=$PWD/nfew.conf zemscript import good o.pdf", 1, "there is no face to print with; install a typewriter face"},
-    {"no letters of the script", "ln -s \"$(fc-match -f %{file} monospace)\" folder && FONTCONFIG_FILE=$PWD/few.conf zemscript import lines o.pdf", 1,
-     "no face has these letters: Khmer, U+10600; install"},
-    {"no display", "zemscript edit good", 1, "edit: there is no usable display"},
-    {"an invisible one", "QT_QPA_PLATFORM=offscreen zemscript edit", 1, "edit: there is no usable display"},
-    {"no such platform", "QT_QPA_PLATFORM=none zemscript edit", 1, "edit: there is no usable display"},
-    {"no command", "zemscript ", 2, "no command"},
-    {"unknown command", "zemscript edti", 2, "edti: no such command"},
-    {"help on an unknown command", "zemscript help edti", 2, "edti: no such command"},
-    {"files missing", "zemscript import", 2, "import: takes SCRIPT [OUT]; see"},
-    {"too many files", "zemscript elements a b", 2, "elements: takes SCRIPT; see"},
-    {"or to edit", "zemscript edit a b", 2, "edit: takes [SCRIPT]; see"},
-    {"unknown option", "zemscript import a b --wide", 2, "wide"},
-    {"help of Qt's own options", "zemscript --help-all", 2, "help-all"},
-    {"option of another command", "zemscript export a b --paper a4", 2, "export: Unknown option 'paper'"},
-    {"unknown format", "zemscript import a b --to doc", 2, "doc: unknown format; known: html, odt, pdf, txt"},
-    {"unknown paper", "zemscript import a b --paper A5", 2, "A5: unknown paper; known: letter, a4"},
-    {"plain text of pages", "zemscript import good o.txt --plain", 2, "txt: pages are not made by --plain"},
-    {"plain pages", "zemscript import good o.pdf --plain", 2, "pdf: pages are not made by --plain"},
-};
-// clang-format on
-
-} // namespace
 
 class HostTest : public QObject
 {
@@ -129,21 +49,22 @@ private Q_SLOTS:
             create(path(QLatin1String(file.first)), file.second);
     }
 
-    void answers_data() { addIndices(calls); }
+    void answers_data() { addCases({u"host-calls"_s}); }
     void answers()
     {
-        QFETCH(int, index);
-        const Call &call = calls[index];
-        if (QByteArray(call.line).contains("fc-match")
+        QFETCH(QString, input);
+        QFETCH(QString, expected);
+        if (input.contains(u"fc-match"_s)
             && QStandardPaths::findExecutable(u"fc-match"_s).isEmpty())
             QSKIP("needs fc-match");
-        QByteArray error;
+        QString error;
         int code = -1;
-        const QByteArray out = run(call.line, &error, &code);
-        QVERIFY2(code == call.code, error);
-        QCOMPARE(out, call.code == 0 ? QByteArray(call.words) : QByteArray());
-        QVERIFY2(call.code == 0 || error.contains(call.words), error);
-        QCOMPARE(error.count('\n'), call.code == 0 ? 0 : 1);
+        const QString out = run(input, &error, &code);
+        QVERIFY2(code == expected.section(u' ', 0, 0).toInt(), qPrintable(error));
+        const QString words = expected.section(u' ', 1);
+        QCOMPARE(out, code == 0 ? words : QString());
+        QVERIFY2(code == 0 || error.contains(words), qPrintable(error));
+        QCOMPARE(error.count(u'\n'), code == 0 ? 0 : 1);
         QCOMPARE(contents(path(u"o.html"_s)), QByteArray("older"));
     }
 
@@ -151,12 +72,12 @@ private Q_SLOTS:
     {
         if (QStandardPaths::findExecutable(u"tidy"_s).isEmpty())
             QSKIP("needs tidy");
-        QCOMPARE(run("zemscript import all --to html | tidy -e -q 2>&1"), QByteArray());
+        QCOMPARE(run(u"zemscript import all --to html | tidy -e -q 2>&1"_s), QString());
     }
 
     void helpAndManPageAgree()
     {
-        const QString help = QString::fromUtf8(run("zemscript --help"));
+        const QString help = run(u"zemscript --help"_s);
         QString manual = QString::fromUtf8(contents(QStringLiteral(MANUAL)));
         manual.remove(u'\\');
         const QRegularExpression term(u"^  \\w+|--\\w+|\\w+(?=, )"_s,
@@ -171,10 +92,10 @@ private Q_SLOTS:
                 && help.contains(u"\n  edit [SCRIPT]         Opens"_s));
         for (const QString &line : help.split(u'\n'))
             QVERIFY2(line.size() <= 80, qPrintable(line));
-        QVERIFY(run("zemscript help export").contains("export RICHTEXT [OUT]"));
-        QVERIFY(run("zemscript help export").contains("--plain"));
-        QVERIFY(!run("zemscript help export").contains("--to"));
-        QCOMPARE(run("zemscript export --help"), run("zemscript help export"));
+        QVERIFY(run(u"zemscript help export"_s).contains(u"export RICHTEXT [OUT]"_s));
+        QVERIFY(run(u"zemscript help export"_s).contains(u"--plain"_s));
+        QVERIFY(!run(u"zemscript help export"_s).contains(u"--to"_s));
+        QCOMPARE(run(u"zemscript export --help"_s), run(u"zemscript help export"_s));
     }
 
     void shortWriteLeavesTheOlderFile()
@@ -216,17 +137,17 @@ private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
 
     /// What \a line writes to standard output, run in the folder.
-    QByteArray run(const QByteArray &line, QByteArray *error = nullptr, int *code = nullptr)
+    QString run(const QString &line, QString *error = nullptr, int *code = nullptr)
     {
         QProcess process;
         process.setWorkingDirectory(m_folder->path());
-        process.start(u"sh"_s, {u"-c"_s, QString::fromUtf8(line)});
+        process.start(u"sh"_s, {u"-c"_s, line});
         process.waitForFinished();
         if (code && process.exitStatus() == QProcess::NormalExit)
             *code = process.exitCode();
         if (error)
-            *error = process.readAllStandardError();
-        return process.readAllStandardOutput();
+            *error = QString::fromUtf8(process.readAllStandardError());
+        return QString::fromUtf8(process.readAllStandardOutput());
     }
 
     QScopedPointer<QTemporaryDir> m_folder;
