@@ -119,12 +119,12 @@ inline QString shownBlocks(const QTextDocument &document)
     QStringList lines;
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
         const QString kind = Host::recordOf(block).name;
-        const bool isPageBreak = kind == QLatin1String("PageBreak");
-        QString line = block.length() > 1 || isPageBreak ? kind + u':' : QString();
-        if (block.length() == 1 && isPageBreak)
-            line += QLatin1String("===");
-        else if (block.blockFormat().alignment() == Qt::AlignHCenter)
-            line += QLatin1String("centred ");
+        const bool isCentred = block.blockFormat().alignment() == Qt::AlignHCenter;
+        QString line;
+        if (block.length() > 1)
+            line = kind + QLatin1String(isCentred ? ": centred " : ": ");
+        else if (kind == QLatin1String("PageBreak"))
+            line = QStringLiteral("PageBreak: ===");
         for (auto it = block.begin(); !it.atEnd(); ++it) {
             const QTextCharFormat format = it.fragment().charFormat();
             for (const QChar c : it.fragment().text()) {
