@@ -145,14 +145,14 @@ private Q_SLOTS:
 
     void emphasisStaysAtItsLetters()
     {
-        const auto pages = Host::layOut(Host::read(u"one **two** _three *four*_\n"_s));
+        const auto pages = Host::layOut(Host::read(u"*x*\none **two** _three *four*_ *five*\n"_s));
         QCOMPARE(pages.first().lines.first().paragraph, 0);
         QCOMPARE(Host::layOut(Host::read(u"INT. A #1#\n"_s)).first().lines.last().paragraph, -1);
         QStringList looks;
-        for (const Host::Stretch &s : pages.first().lines.first().stretches)
+        for (const Host::Stretch &s : pages.first().lines.last().stretches)
             looks.append(s.text + u" b"_s.repeated(s.bold) + u" i"_s.repeated(s.italic)
                          + u" u"_s.repeated(s.underline));
-        QCOMPARE(looks.join(u'|'), u"one |two b| |three  u|four i u"_s);
+        QCOMPARE(looks.join(u'|'), u"one |two b| |three  u|four i u| |five i"_s);
     }
 
     // Columns and rows of the PDF's own words, from points: 7.2 a letter, 12 a line.
