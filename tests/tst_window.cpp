@@ -107,6 +107,7 @@ private Q_SLOTS:
         QVERIFY(formatAt(u"[[why"_s).foreground().color().lightness() < 128);
         m_window->setPalette(QPalette(Qt::black));
         QVERIFY(formatAt(u"[[why"_s).foreground().color().lightness() > 128);
+        QCOMPARE(m_pages->palette().color(QPalette::Text), QColor(Qt::black)); // paper stays paper
         QCOMPARE(m_scenes->model()->index(0, 0).data().toString(), u"12A  INT. HALL - DAY"_s);
         goTo(u"ANNA"_s);
         QCOMPARE(markedText(), u"ANNA"_s);
@@ -342,6 +343,7 @@ private Q_SLOTS:
         nameNext(m_folder->filePath(u"other"_s));
         key(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
         QCOMPARE(contents(m_folder->filePath(u"other.fountain"_s)), QByteArray("INT. A"));
+        QVERIFY(m_window->windowTitle().startsWith(u"other.fountain"_s));
         for (const QString &name :
              {u"out.html"_s, u"out.odt"_s, u"out.pdf"_s, u"out.txt"_s, u"noending"_s}) {
             nameNext(m_folder->filePath(name));
@@ -407,6 +409,7 @@ private Q_SLOTS:
         key(Qt::Key_F, Qt::ControlModifier);
         auto *sought = m_window->findChildren<QLineEdit *>().at(0);
         auto *replacement = m_window->findChildren<QLineEdit *>().at(1);
+        QVERIFY(sought->hasFocus());
         QTest::keyClicks(sought, u"Sea"_s);
         const auto start = [this] { return m_editor->textCursor().selectionStart(); };
         QTest::keyClick(sought, Qt::Key_Return);
