@@ -406,9 +406,10 @@ private Q_SLOTS:
     void findBarFindsAndReplaces()
     {
         m_editor->setPlainText(u"sea Sea sea"_s);
-        key(Qt::Key_F, Qt::ControlModifier);
         auto *sought = m_window->findChildren<QLineEdit *>().at(0);
         auto *replacement = m_window->findChildren<QLineEdit *>().at(1);
+        QVERIFY(!sought->isVisible());
+        key(Qt::Key_F, Qt::ControlModifier);
         QVERIFY(sought->hasFocus());
         QTest::keyClicks(sought, u"Sea"_s);
         const auto start = [this] { return m_editor->textCursor().selectionStart(); };
@@ -517,7 +518,13 @@ private Q_SLOTS:
         key(Qt::Key_F9);
         QVERIFY(!m_pages->isVisible() && !m_scenes->isVisible());
         QVERIFY(m_window->close());
+        QVERIFY(QFile::exists(m_folder->filePath(u"zemscript/zemscript.ini"_s)));
+        QApplication::setPalette(QPalette(Qt::black));
         showNew();
+        m_editor->setPlainText(u"[[dark]]"_s);
+        QTRY_VERIFY(formatAt(u"dark"_s).foreground().color().lightness() > 128);
+        QApplication::setPalette(QPalette());
+        m_editor->document()->setModified(false);
         QVERIFY(!m_pages->isVisible() && !m_scenes->isVisible());
         key(Qt::Key_F8);
         QCOMPARE(m_window->findChild<QSplitter *>()->saveState(), state);
