@@ -421,14 +421,21 @@ private Q_SLOTS:
         QCOMPARE(start(), 0);
         key(Qt::Key_F3, Qt::ShiftModifier);
         QCOMPARE(start(), 8);
+        const auto press = [this](const QString &text) {
+            for (auto *button : m_window->findChildren<QPushButton *>()) {
+                if (button->text() == text)
+                    button->click();
+            }
+        };
+        press(u"&Previous"_s);
+        QCOMPARE(start(), 4);
+        press(u"&Next"_s);
+        QCOMPARE(start(), 8);
         QTest::keyClicks(replacement, u"Seas"_s);
         QTest::keyClick(replacement, Qt::Key_Return);
         QCOMPARE(m_editor->text(), u"sea Sea Seas"_s);
         m_window->findChild<QCheckBox *>()->click();
-        for (auto *button : m_window->findChildren<QPushButton *>()) {
-            if (button->text() == u"&All"_s)
-                button->click();
-        }
+        press(u"&All"_s);
         QCOMPARE(m_editor->text(), u"sea Seas Seass"_s);
         m_editor->undo(); // all at once
         QCOMPARE(m_editor->text(), u"sea Sea Seas"_s);
