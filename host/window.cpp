@@ -427,6 +427,7 @@ void Host::Window::offerLeftBehind()
 /// Reads the script in the thread. What was read is shown unless the text is another by then.
 void Host::Window::read()
 {
+    m_pause.stop(); // A text that was just opened is read once, not again behind the pause.
     const int revision = m_editor->document()->revision();
     m_reader.start([this, text = m_editor->text(), revision] {
         const auto take = [this, outline = outlineOf(text), revision] {
