@@ -5,6 +5,7 @@
 #define ROWS_H
 
 #include <QtCore/QFile>
+#include <QtCore/QHash>
 #include <QtCore/QStringList>
 #include <QtTest/QtTest>
 
@@ -18,19 +19,17 @@ inline QString operator""_s(const char16_t *text, size_t size)
 /// four digits) and the backslash.
 inline QString unescaped(const QString &text)
 {
+    const QHash<QChar, QChar> escapes = {
+        {u'n', u'\n'}, {u'r', u'\r'}, {u't', u'\t'}, {u'\\', u'\\'}};
     QString plain;
     for (int i = 0; i < text.size(); ++i) {
-        const QChar c = text.at(i);
-        const QChar next = c == u'\\' ? text.at(++i) : QChar();
-        if (next == u'u') {
+        if (text.at(i) != u'\\') {
+            plain += text.at(i);
+        } else if (text.at(++i) == u'u') {
             plain += QChar(text.mid(i + 1, 4).toUShort(nullptr, 16));
             i += 4;
         } else {
-            plain += next.isNull()  ? c
-                     : next == u'n' ? u'\n'
-                     : next == u'r' ? u'\r'
-                     : next == u't' ? u'\t'
-                                    : next;
+            plain += escapes.value(text.at(i));
         }
     }
     return plain;
