@@ -7,12 +7,9 @@
 
 #include <QtGui/QKeyEvent>
 #include <QtGui/QTextCursor>
-#include <QtWidgets/QCheckBox>
-#include <QtWidgets/QGridLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPlainTextEdit>
-#include <QtWidgets/QPushButton>
 
 using Zem::operator""_L1;
 
@@ -20,28 +17,23 @@ Host::FindBar::FindBar(QPlainTextEdit *editor)
     : m_editor(editor)
     , m_sought(new QLineEdit)
     , m_replacement(new QLineEdit)
-    , m_case(new QCheckBox("Match &case"_L1))
     , m_message(new QLabel)
 {
+    setWindowTitle("Find and Replace"_L1); // in the menu of what the window can show
+    setObjectName("find"_L1);              // for the state of the window
+    setMovable(false);
     m_sought->setPlaceholderText("Find"_L1);
+    addWidget(m_sought);
+    addAction("Next"_L1, this, [this] { find(); });
+    addAction("Previous"_L1, this, [this] { find(QTextDocument::FindBackward); });
+    m_case = addAction("Match case"_L1);
+    m_case->setCheckable(true);
+    addSeparator();
     m_replacement->setPlaceholderText("Replace with"_L1);
-    auto *grid = new QGridLayout(this);
-    grid->setContentsMargins(6, 4, 6, 4);
-    const auto addButton = [this, grid](int row, int column, const QString &text,
-                                        const auto &command) {
-        auto *button = new QPushButton(text);
-        button->setAutoDefault(false);
-        connect(button, &QPushButton::clicked, this, command);
-        grid->addWidget(button, row, column);
-    };
-    grid->addWidget(m_sought, 0, 0);
-    addButton(0, 1, "&Next"_L1, [this] { find(); });
-    addButton(0, 2, "&Previous"_L1, [this] { find(QTextDocument::FindBackward); });
-    grid->addWidget(m_case, 0, 3);
-    grid->addWidget(m_replacement, 1, 0);
-    addButton(1, 1, "&Replace"_L1, [this] { replace(); });
-    addButton(1, 2, "&All"_L1, [this] { replaceAll(); });
-    grid->addWidget(m_message, 1, 3);
+    addWidget(m_replacement);
+    addAction("Replace"_L1, this, [this] { replace(); });
+    addAction("All"_L1, this, [this] { replaceAll(); });
+    addWidget(m_message);
     connect(m_sought, &QLineEdit::returnPressed, this, [this] { find(); });
     connect(m_replacement, &QLineEdit::returnPressed, this, [this] { replace(); });
     hide();
@@ -105,7 +97,7 @@ QTextDocument::FindFlags Host::FindBar::flags() const
 void Host::FindBar::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() != Qt::Key_Escape)
-        return QWidget::keyPressEvent(event);
+        return QToolBar::keyPressEvent(event);
     hide();
     m_editor->setFocus();
 }

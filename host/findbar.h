@@ -5,17 +5,16 @@
 #define HOST_FINDBAR_H
 
 #include <QtGui/QTextDocument>
-#include <QtWidgets/QWidget>
+#include <QtWidgets/QToolBar>
 
-class QCheckBox;
 class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
 
 namespace Host {
 
-/// A bar to find and replace in the text of an editor. Hidden until it is asked for.
-class FindBar : public QWidget
+/// A bar to find and replace in the text of an editor. Hidden at first.
+class FindBar : public QToolBar
 {
     Q_OBJECT
 
@@ -40,7 +39,7 @@ private:
 
     QPlainTextEdit *m_editor;
     QLineEdit *m_sought, *m_replacement;
-    QCheckBox *m_case;
+    QAction *m_case;
     QLabel *m_message;
 };
 

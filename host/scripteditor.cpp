@@ -87,7 +87,6 @@ Host::ScriptEditor::ScriptEditor()
     setFont(scriptFont());
     document()->setDocumentMargin(linePixels);
     setFrameShape(NoFrame);
-    setCursorWidth(2);
     m_completer.setModel(&m_offers);
     m_completer.setWidget(this);
     m_completer.setCompletionMode(QCompleter::UnfilteredPopupCompletion);

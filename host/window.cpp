@@ -24,7 +24,6 @@
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QSplitter>
 #include <QtWidgets/QStatusBar>
-#include <QtWidgets/QVBoxLayout>
 
 #include <algorithm>
 #include <chrono>
@@ -62,16 +61,11 @@ Host::Window::Window()
     , m_place(new QLabel)
     , m_highlighter(new Highlighter(m_editor->document()))
 {
-    auto *left = new QWidget;
-    auto *column = new QVBoxLayout(left);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
-    column->addWidget(m_editor);
-    column->addWidget(m_findBar);
-    m_beside->addWidget(left);
+    m_beside->addWidget(m_editor);
     m_beside->addWidget(m_pages);
     m_beside->setSizes({520, 700});
     setCentralWidget(m_beside);
+    addToolBar(Qt::BottomToolBarArea, m_findBar);
     setAcceptDrops(true);
     statusBar()->addPermanentWidget(m_place);
     resize(1440, 860);
@@ -79,7 +73,6 @@ Host::Window::Window()
     addEditMenu();
     addViewMenu();
 
-    m_reader.setMaxThreadCount(1);
     m_pause.setSingleShot(true);
     m_copyTimer.setSingleShot(true);
     connect(&m_pause, &QTimer::timeout, this, &Window::read);

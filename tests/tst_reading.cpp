@@ -115,6 +115,12 @@ private Q_SLOTS:
         QCOMPARE(Host::exportHtml(u"<html><body><p>a</p><p>b</p></body></html>"_s), u"a\n\nb\n"_s);
     }
 
+    void olderHtmlIsRead_data() { addCases({u"reading-html"_s}); }
+    void olderHtmlIsRead()
+    {
+        check([](const QString &html) { return Host::exportHtml(html); });
+    }
+
     void exportNamesWhatHasNoForm_data() { addCases({u"reading-messages"_s}); }
     void exportNamesWhatHasNoForm()
     {

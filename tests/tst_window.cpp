@@ -56,6 +56,14 @@ void nameNext(const QString &name)
     });
 }
 
+/// A letter for each thing that sets a text off: colour, bold, italics, underline.
+QString lookOf(const QTextCharFormat &format)
+{
+    const bool hasColour = format.hasProperty(QTextFormat::ForegroundBrush);
+    return u"{"_s + u"c"_s.left(hasColour) + u"b"_s.left(format.fontWeight() >= QFont::Bold)
+           + u"i"_s.left(format.fontItalic()) + u"u"_s.left(format.fontUnderline()) + u"}"_s;
+}
+
 } // namespace
 
 class WindowTest : public QObject
@@ -158,6 +166,27 @@ private Q_SLOTS:
                      a = a.next(), b = b.next())
                     QVERIFY2(a.layout()->formats() == b.layout()->formats(), qPrintable(a.text()));
             }
+        }
+    }
+
+    void kindsAreSetOff_data() { addCases({u"window-looks"_s}); }
+    void kindsAreSetOff()
+    {
+        QFETCH(QString, input);
+        QFETCH(QString, expected);
+        QTextDocument text(input);
+        text.documentLayout(); // Without one, changes are told to nobody.
+        Host::Highlighter highlighter(&text);
+        QCoreApplication::processEvents();
+        highlighter.setScript(Host::read(input));
+        for (const bool dark : {false, true}) {
+            highlighter.setDark(dark);
+            QString looks;
+            for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
+                for (const auto &range : block.layout()->formats())
+                    looks += block.text().mid(range.start, range.length) + lookOf(range.format);
+            }
+            QCOMPARE(looks, expected);
         }
     }
 
@@ -421,21 +450,22 @@ private Q_SLOTS:
         QCOMPARE(start(), 0);
         key(Qt::Key_F3, Qt::ShiftModifier);
         QCOMPARE(start(), 8);
-        const auto press = [this](const QString &text) {
-            for (auto *button : m_window->findChildren<QPushButton *>()) {
+        auto *bar = m_window->findChild<QToolBar *>();
+        const auto press = [bar](const QString &text) {
+            for (auto *button : bar->findChildren<QToolButton *>()) {
                 if (button->text() == text)
                     button->click();
             }
         };
-        press(u"&Previous"_s);
+        press(u"Previous"_s);
         QCOMPARE(start(), 4);
-        press(u"&Next"_s);
+        press(u"Next"_s);
         QCOMPARE(start(), 8);
         QTest::keyClicks(replacement, u"Seas"_s);
         QTest::keyClick(replacement, Qt::Key_Return);
         QCOMPARE(m_editor->text(), u"sea Sea Seas"_s);
-        m_window->findChild<QCheckBox *>()->click();
-        press(u"&All"_s);
+        press(u"Match case"_s);
+        press(u"All"_s);
         QCOMPARE(m_editor->text(), u"sea Seas Seass"_s);
         m_editor->undo(); // all at once
         QCOMPARE(m_editor->text(), u"sea Sea Seas"_s);
