@@ -65,10 +65,9 @@ public:
     /// Makes the ranges fit the line after a change at one place.
     void follow(const QString &text)
     {
-        const int shorter = int(std::min(text.size(), m_text.size()));
-        const auto end = m_text.cbegin() + shorter;
-        const int front =
-            int(std::mismatch(m_text.cbegin(), end, text.cbegin()).first - m_text.cbegin());
+        const auto changed =
+            std::mismatch(m_text.cbegin(), m_text.cend(), text.cbegin(), text.cend());
+        const int front = int(changed.first - m_text.cbegin());
         const int grown = int(text.size() - m_text.size());
         for (LookRange &range : m_ranges) {
             if (range.start > front)

@@ -41,9 +41,9 @@ struct Row
 {
     Host::PageLine line;
     QFnElement::Type type;
-    QString number;          ///< of the scene, beside the first line of its heading
-    int above = 0;           ///< blank lines, left out at the top of a page
-    bool startsPage = false; ///< because a page break stands above it
+    QString number;  ///< of the scene, beside the first line of its heading
+    int above;       ///< blank lines, left out at the top of a page
+    bool startsPage; ///< because a page break stands above it
     bool mayStartPage = false;
     int cue = -1; ///< Of dialogue: the row of the cue of the speech, or -1.
 };
@@ -124,17 +124,15 @@ QVector<Row> rowsOf(const QVector<Host::Paragraph> &script)
         blankLines += blank && !behindCut ? 1 : 0;
         const bool printed = !blank && !paragraph.titlePage && isPrinted(paragraph.type);
         const Place &place = placeOf(paragraph.type);
-        Row row;
-        row.number = paragraph.sceneNumber.left(longestNumber);
-        const auto lines = printed ? placedLines(paragraph, place, Host::lettersOf(row.number))
+        const QString number = paragraph.sceneNumber.left(longestNumber);
+        const auto lines = printed ? placedLines(paragraph, place, Host::lettersOf(number))
                                    : QVector<Host::PageLine>();
         behindCut = blank ? behindCut : lines.isEmpty();
         if (lines.isEmpty())
             continue;
 
-        row.type = place.type;
-        row.startsPage = startsPage;
-        row.above = joined && row.type == rows.last().type ? 0 : place.above + blankLines;
+        const bool goesOn = joined && place.type == rows.last().type;
+        Row row{{}, place.type, number, goesOn ? 0 : place.above + blankLines, startsPage};
         for (const Host::PageLine &line : lines) {
             row.line = line;
             row.line.paragraph = i;

@@ -378,8 +378,7 @@ void Host::Window::checkDisk()
         cursor.setPosition(std::min(position, m_editor->document()->characterCount() - 1));
         m_editor->setTextCursor(cursor);
     }
-    if (!m_watcher.files().contains(m_path) && QFileInfo::exists(m_path))
-        m_watcher.addPath(m_path); // A file that is replaced is watched no more.
+    m_watcher.addPath(m_path); // A file that is replaced is watched no more.
     statusBar()->showMessage("The file was changed by another program."_L1, 10000);
 }
 
@@ -468,8 +467,7 @@ void Host::Window::zoom(int points)
 void Host::Window::changeEvent(QEvent *event)
 {
     QMainWindow::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange)
-        m_highlighter->setDark(palette().color(QPalette::Base).lightness() < 128);
+    m_highlighter->setDark(palette().color(QPalette::Base).lightness() < 128);
 }
 
 void Host::Window::closeEvent(QCloseEvent *event)
