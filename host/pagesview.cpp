@@ -123,6 +123,7 @@ void Host::PagesView::showParagraph(int index)
 void Host::PagesView::resizeEvent(QResizeEvent *event)
 {
     const int free = width() - verticalScrollBar()->sizeHint().width() - pageWidth;
-    setViewportMargins(std::max(0, free / 2), 0, std::max(0, free / 2), 0);
+    const int side = std::max(0, free / 2);
+    setViewportMargins(side, 0, side, 0);
     QTextEdit::resizeEvent(event);
 }

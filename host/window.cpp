@@ -35,7 +35,7 @@ namespace {
 using Zem::operator""_L1;
 
 constexpr auto readDelay = 250ms; // of typing, before the script is read
-constexpr auto copyDelay = 4s;    // the most that a crash may cost
+constexpr auto copyDelay = 2s;    // the most that a crash may cost
 constexpr int recentCount = 8;
 constexpr QLatin1String program = "zemscript"_L1;
 

@@ -30,7 +30,8 @@ private Q_SLOTS:
         const QByteArray folder = path(u"folder"_s).toUtf8();
         const std::pair<const char *, QByteArray> files[] = {
             {"good", "Anna enters.\n"},
-            {"all", "Author: Z\nTitle: A\n\nINT. B #1#\n\n> ***_c_*** <\n\nd\\\n\n## e\n\n"},
+            {"all",
+             "Author: Z\nTitle: A\nAuthor: Y\n\nINT. B #1#\n\n> ***_c_*** <\n\nd\\\n\n## e\n\n"},
             {"plain", "INT. B #1#\n\nc\n\n"},
             {"lines", u"\U00010600\u1780 a\n"_s.toUtf8()},
             {"in.html", "<p>x</p>"},

@@ -118,7 +118,11 @@ private Q_SLOTS:
     void olderHtmlIsRead_data() { addCases({u"reading-html"_s}); }
     void olderHtmlIsRead()
     {
-        check([](const QString &html) { return Host::exportHtml(html); });
+        check([](const QString &html) {
+            QStringList messages;
+            const QString script = Host::exportHtml(html, &messages);
+            return script + messages.join(u'\n');
+        });
     }
 
     void exportNamesWhatHasNoForm_data() { addCases({u"reading-messages"_s}); }

@@ -227,6 +227,13 @@ private Q_SLOTS:
         for (QTextBlock block = pages.document()->begin(); block.isValid(); block = block.next())
             lines.append(block.layout()->lineCount());
         QCOMPARE(lines, (QList<int>{1, 2, 1, 1, 1, 2}));
+        QVERIFY(!pages.document()->isUndoRedoEnabled());
+        // The paper is in the middle, if there is room on both sides.
+        pages.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+        for (const int room : {200, 0}) {
+            pages.resize(672 + room + pages.verticalScrollBar()->sizeHint().width(), 300);
+            QCOMPARE(pages.viewport()->geometry(), QRect(room / 2, 0, 672, 300));
+        }
     }
 
     void scenesLeadToTheirHeadings()
@@ -251,7 +258,7 @@ private Q_SLOTS:
 
     void failedSaveLeavesTheFile()
     {
-        const QByteArray older(99999, 'a');
+        const QByteArray older = QByteArray("Nine more\n").repeated(10000).chopped(1);
         create(path(), older);
         open(path());
         type(u"x"_s);
@@ -380,6 +387,12 @@ private Q_SLOTS:
             key(Qt::Key_E, Qt::ControlModifier);
             const QString file = name.contains(u'.') ? name : name + u".html"_s;
             QVERIFY2(QFileInfo(m_folder->filePath(file)).size() > 5, qPrintable(file));
+        }
+        for (const Qt::Key command : {Qt::Key_E, Qt::Key_S}) {
+            withNext<QFileDialog>([](QFileDialog *dialog) { dialog->reject(); });
+            key(command, Qt::ControlModifier
+                             | Qt::KeyboardModifiers(command == Qt::Key_S ? Qt::ShiftModifier
+                                                                          : Qt::NoModifier));
         }
         create(path(), "abc\xff");
         QString error;
@@ -590,7 +603,7 @@ private Q_SLOTS:
         clock.start();
         bool given = false;
         const int wanted = qEnvironmentVariableIntValue("TST_WINDOW_LETTERS", &given);
-        const int letters = given ? wanted : 30;
+        const int letters = given ? wanted : 20;
         for (int i = 0; i < letters; ++i) {
             QTest::keyClick(m_editor, i % 7 == 6 ? Qt::Key_Space : Qt::Key_A);
             QTest::qWait(i % 20 == 19 ? 600 : 67); // At a pause the script is read.
