@@ -62,6 +62,7 @@ const Turn turns[] = {
     {"a speech turns behind a sentence", 47, u"ANNA\none\ntwo.\nthree\nfour\nfive\nsix\nseven\n"_s, u"(MORE)"_s, u"ANNA (CONT'D)|three|four"_s},
     {"not too far up", 46, u"ANNA\none\ntwo.\nthree\nfour\nfive\nsix\nseven\neight\n"_s, u"(MORE)"_s, u"ANNA (CONT'D)|six|seven"_s},
     {"a cue of two lines", 47, u"THE VERY OLD KEEPER OF THE LAMP ON SKARN ROCK\none\ntwo\nthree\nfour\nfive\n"_s, u"(MORE)"_s, u"THE VERY OLD KEEPER OF THE LAMP ON|SKARN ROCK (CONT'D)|four|five"_s},
+    {"the first speech too", 0, u"ANNA\n"_s + u"x\n"_s.repeated(50) + u"y.\none\ntwo\nthree\nfour\n"_s, u"(MORE)"_s, u"ANNA (CONT'D)|one|two"_s},
     {"a speech longer than a page", 0, u"ANNA\n"_s + u"x\n"_s.repeated(60), u"(MORE)"_s, u"ANNA (CONT'D)|x"_s},
     {"a parenthetical goes with its line", 48, u"ANNA\none\ntwo\n(low)\nthree\nfour\nfive\n"_s, u"(MORE)"_s, u"ANNA (CONT'D)|(low)|three"_s},
 };

@@ -528,6 +528,11 @@ private Q_SLOTS:
         QDragEnterEvent enter(QPoint(500, 400), Qt::CopyAction, &files, Qt::LeftButton, {});
         QApplication::sendEvent(m_editor->viewport(), &enter);
         QVERIFY(enter.isAccepted());
+        QMimeData two;
+        two.setUrls(files.urls() + files.urls());
+        QDragEnterEvent enterTwo(QPoint(500, 400), Qt::CopyAction, &two, Qt::LeftButton, {});
+        QApplication::sendEvent(m_window.data(), &enterTwo);
+        QVERIFY(!enterTwo.isAccepted());
         QDropEvent drop(QPointF(500, 400), Qt::CopyAction, &files, Qt::LeftButton, {});
         answerNext(QMessageBox::Discard);
         QApplication::sendEvent(m_window.data(), &drop);
