@@ -130,7 +130,7 @@ QByteArray Host::toPdf(const QVector<Page> &pages, const QString &title,
                        QPageSize::PageSizeId paper, QString *problem)
 {
     if (!checkFaces(pages, problem))
-        return QByteArray();
+        return {};
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     {

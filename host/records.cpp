@@ -112,7 +112,7 @@ QColor Host::workingColour(QFnElement::Type type)
     case QFnElement::Synopsis:
         return QColor(0x1f, 0x5f, 0x8b);
     default:
-        return QColor();
+        return {};
     }
 }
 
@@ -128,7 +128,7 @@ QString Host::sourceOfAnchor(const QStringList &names)
 {
     const QString name = names.value(0);
     if (!name.startsWith(anchorPrefix))
-        return QString();
+        return {};
     const QString decoded = QUrl::fromPercentEncoding(name.mid(anchorPrefix.size()).toLatin1());
     return decoded.mid(decoded.indexOf(anchorMark) + 1);
 }

@@ -79,7 +79,7 @@ QString Host::fountainFrom(const QString &html, QStringList *messages)
         if (!recordOf(block).name.isEmpty())
             return exportScript(document, messages);
     }
-    return QString();
+    return {};
 }
 
 Host::ScriptEditor::ScriptEditor()
@@ -115,7 +115,7 @@ void Host::ScriptEditor::toggleEmphasis(const QString &mark)
     QTextCursor cursor = textCursor();
     const int start = cursor.selectionStart(), end = cursor.selectionEnd();
     QTextBlock block = document()->findBlock(end);
-    int behind = -1; // characters behind the selection, which do not change
+    QTextCursor last; // the end of the last part, which moves along with what changes above
     cursor.beginEditBlock();
     // From the last line up, so that the places above hold.
     for (; block.isValid() && block.position() + block.length() > start; block = block.previous()) {
@@ -124,14 +124,14 @@ void Host::ScriptEditor::toggleEmphasis(const QString &mark)
         if (from == to && start != end)
             continue;
         toggleInLine(&cursor, from, to, mark);
-        if (behind < 0)
-            behind = document()->characterCount() - cursor.selectionEnd();
+        if (last.isNull())
+            last = cursor;
     }
     cursor.endEditBlock();
-    if (behind < 0)
+    if (last.isNull())
         return;
     cursor.setPosition(cursor.selectionStart());
-    cursor.setPosition(document()->characterCount() - behind, QTextCursor::KeepAnchor);
+    cursor.setPosition(last.selectionEnd(), QTextCursor::KeepAnchor);
     setTextCursor(cursor);
 }
 

@@ -117,6 +117,8 @@ private Q_SLOTS:
         QVERIFY(formatAt(u"[[why"_s).foreground().color().lightness() > 128);
         QCOMPARE(m_pages->palette().color(QPalette::Text), QColor(Qt::black)); // paper stays paper
         QCOMPARE(m_scenes->model()->index(0, 0).data().toString(), u"12A  INT. HALL - DAY"_s);
+        goTo(u"INT."_s);
+        QCOMPARE(placeText(), u"Scene heading  ·  Page 1 of 1  ·  13 words"_s);
         goTo(u"ANNA"_s);
         QCOMPARE(markedText(), u"ANNA"_s);
         goTo(u"Who is"_s);
