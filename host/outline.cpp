@@ -41,18 +41,21 @@ QStringList byUse(const QHash<QString, int> &uses)
 
 void addPages(Host::Outline *outline)
 {
-    outline->pages.fill(-1, outline->script.size());
+    outline->pages.resize(outline->script.size());
     for (const Host::Page &page : Host::layOut(outline->script)) {
         for (const Host::PageLine &line : page.lines) {
-            if (line.paragraph >= 0 && outline->pages.at(line.paragraph) < 0)
+            if (line.paragraph >= 0 && outline->pages.at(line.paragraph) == 0)
                 outline->pages[line.paragraph] = page.number;
         }
         outline->pageCount = page.number;
     }
     // What is not printed is on the page of what stands above.
-    int above = 0;
-    for (int &page : outline->pages)
-        above = page = page < 0 ? above : page;
+    int above = 1;
+    for (int i = 0; i < outline->pages.size(); ++i) {
+        int &page = outline->pages[i];
+        if (!outline->script.at(i).titlePage)
+            above = page = std::max(page, above);
+    }
 }
 
 } // namespace

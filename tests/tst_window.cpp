@@ -103,10 +103,10 @@ private Q_SLOTS:
 
     void typedTextIsReadAndFollowed()
     {
-        type(u"INT. HALL - DAY #12A#"_s, Qt::Key_Return);
+        type(u"[[Once more.]]\n\nINT. HALL - DAY #12A#"_s, Qt::Key_Return);
         type(u"\nA **loud** [[why?]] door.\n\nANNA\nWho is it?\n"_s);
         QTRY_VERIFY(m_pages->toPlainText().contains(u"Who is it?"_s));
-        const QTextBlock heading = m_editor->document()->firstBlock();
+        const QTextBlock heading = m_editor->document()->findBlockByNumber(2);
         QTRY_VERIFY(!heading.layout()->formats().isEmpty());
         QVERIFY(heading.layout()->formats().first().format.fontWeight() >= QFont::Bold);
         QVERIFY(formatAt(u"loud"_s).fontWeight() >= QFont::Bold);
@@ -117,20 +117,22 @@ private Q_SLOTS:
         QVERIFY(formatAt(u"[[why"_s).foreground().color().lightness() > 128);
         QCOMPARE(m_pages->palette().color(QPalette::Text), QColor(Qt::black)); // paper stays paper
         QCOMPARE(m_scenes->model()->index(0, 0).data().toString(), u"12A  INT. HALL - DAY"_s);
+        goTo(u"[[Once"_s);
+        QCOMPARE(placeText(), u"Note  ·  Page 1 of 1  ·  15 words"_s);
         goTo(u"INT."_s);
-        QCOMPARE(placeText(), u"Scene heading  ·  Page 1 of 1  ·  13 words"_s);
+        QCOMPARE(placeText(), u"Scene heading  ·  Page 1 of 1  ·  15 words"_s);
         goTo(u"ANNA"_s);
         QCOMPARE(markedText(), u"ANNA"_s);
         goTo(u"Who is"_s);
         QCOMPARE(markedText(), u"Who is it?"_s);
         m_pages->showParagraph(99); // which is none
         QCOMPARE(markedText(), u"Who is it?"_s);
-        QCOMPARE(placeText(), u"Dialogue  ·  Page 1 of 1  ·  13 words"_s);
+        QCOMPARE(placeText(), u"Dialogue  ·  Page 1 of 1  ·  15 words"_s);
         // A change in the middle changes that and no more.
         goTo(u"A **"_s);
         type(u"Behind. "_s);
         QTRY_COMPARE(markedText(), u"Behind. A loud [[why?]] door."_s);
-        QTRY_VERIFY(placeText().endsWith(u"14 words"_s));
+        QTRY_VERIFY(placeText().endsWith(u"16 words"_s));
     }
 
     void whatChangesLooksAsIfItWereNew()
@@ -296,8 +298,10 @@ private Q_SLOTS:
         QString question;
         answerNext(QMessageBox::Cancel, &question);
         showNew();
-        QTRY_VERIFY(question.startsWith(u"s.fountain was not"_s)
-                    && question.contains(u"? The file on the disk is newer."_s));
+        QTRY_VERIFY(
+            question.startsWith(u"s.fountain was not"_s)
+            && question.contains(u"? The file on the disk is newer."_s)
+            && question.contains(QLocale().toString(QDate::currentDate(), QLocale::ShortFormat)));
         showNew();
         QTest::qWait(50);
         QVERIFY(!QApplication::activeModalWidget()); // It is asked once in a run of the program.
@@ -330,8 +334,10 @@ private Q_SLOTS:
         QTest::keyClicks(other.findChild<Host::ScriptEditor *>(), u"b"_s);
         QTRY_COMPARE_WITH_TIMEOUT(copyCount(), 2, 10000);
         QCOMPARE(Host::Recovery::leftBehind(), QStringList()); // Both live.
+        QTest::keyClicks(other.findChild<Host::ScriptEditor *>(), u"b"_s);
         answerNext(QMessageBox::Discard);
         QVERIFY(other.close());
+        QTest::qWait(2500); // What was discarded is not put aside again.
         QCOMPARE(copyCount(), 1);
         key(Qt::Key_S, Qt::ControlModifier);
         QCOMPARE(copyCount(), 0);
@@ -390,7 +396,7 @@ private Q_SLOTS:
             const QString file = name.contains(u'.') ? name : name + u".html"_s;
             QVERIFY2(QFileInfo(m_folder->filePath(file)).size() > 5, qPrintable(file));
         }
-        for (const Qt::Key command : {Qt::Key_E, Qt::Key_S}) {
+        for (const Qt::Key command : {Qt::Key_E, Qt::Key_S, Qt::Key_O}) {
             withNext<QFileDialog>([](QFileDialog *dialog) { dialog->reject(); });
             key(command, Qt::ControlModifier
                              | Qt::KeyboardModifiers(command == Qt::Key_S ? Qt::ShiftModifier
@@ -411,11 +417,9 @@ private Q_SLOTS:
         open(path());
         QTRY_COMPARE(m_scenes->model()->rowCount(), 1);
         m_editor->moveCursor(QTextCursor::End);
-        const QHash<QChar, Qt::Key> keys = {{u'\n', Qt::Key_Return},
-                                            {u'↓', Qt::Key_Down},
-                                            {u'⎋', Qt::Key_Escape},
-                                            {u'⌫', Qt::Key_Backspace},
-                                            {u'⌤', Qt::Key_Enter}};
+        const QHash<QChar, Qt::Key> keys = {{u'\n', Qt::Key_Return},   {u'↓', Qt::Key_Down},
+                                            {u'←', Qt::Key_Left},      {u'⎋', Qt::Key_Escape},
+                                            {u'⌫', Qt::Key_Backspace}, {u'⌤', Qt::Key_Enter}};
         for (const QChar c : qAsConst(input)) {
             QWidget *popup = QApplication::activePopupWidget();
             QWidget *target = popup ? popup : m_editor;
@@ -483,10 +487,14 @@ private Q_SLOTS:
         press(u"Match case"_s);
         press(u"All"_s);
         QCOMPARE(m_editor->text(), u"sea Seas Seass"_s);
+        QCOMPARE(bar->findChild<QLabel *>()->text(), u"2 replaced"_s);
         m_editor->undo(); // all at once
         QCOMPARE(m_editor->text(), u"sea Sea Seas"_s);
+        QTest::keyClicks(sought, u"Seal"_s);
+        QTest::keyClick(sought, Qt::Key_Return);
+        QCOMPARE(bar->findChild<QLabel *>()->text(), u"Not found"_s);
         QTest::keyClick(sought, Qt::Key_Escape);
-        QVERIFY(!sought->isVisible());
+        QVERIFY(!sought->isVisible() && m_editor->hasFocus());
     }
 
     void richTextComesInAsFountain()
