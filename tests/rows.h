@@ -55,15 +55,6 @@ inline void addCases(const QStringList &tables)
     }
 }
 
-/// A row for each of \a table, which a test takes by its index.
-template<typename Named, size_t count>
-void addIndices(const Named (&table)[count])
-{
-    QTest::addColumn<int>("index");
-    for (const Named &row : table)
-        QTest::newRow(row.name) << int(&row - table);
-}
-
 /// Compares what \a function makes of the input of a row with what it is to be.
 template<typename Function>
 void check(Function function)
