@@ -141,6 +141,10 @@ private Q_SLOTS:
         QTextCursor cursor(&text);
         Host::Highlighter highlighter(&text);
         Host::PagesView pages;
+        for (QString script : {u"a"_s, u"a\n\nb"_s, u"a"_s, u"c\n\na"_s, u"a"_s, u""_s}) {
+            pages.setScript(Host::read(script));
+            QCOMPARE(pages.toPlainText(), script.replace(u"\n\n"_s, u"\n"_s));
+        }
         const QStringList added = {
             u"More.\n\n"_s, u"\n\nMORE\nAnd more.\n"_s, u"/* "_s, u"\n"_s, u"#"_s, u""_s};
         for (int i = 0; i < 60; ++i) {
@@ -412,10 +416,11 @@ private Q_SLOTS:
     void capitalsAreCompleted()
     {
         QFETCH(QString, input);
-        const QString script = u"INT. MILL - DAY\n\nMAX\nA.\n\nMARY (O.S.)\nB.\n\nMARY\nC.\n"_s;
+        const QString script =
+            u"INT. HALL\n\nINT. MILL\n\nINT. MILL - DAY\n\nMAX\nA.\n\nMARY (O.S.)\nB.\n\nMARY\nC.\n"_s;
         create(path(), script.toUtf8());
         open(path());
-        QTRY_COMPARE(m_scenes->model()->rowCount(), 1);
+        QTRY_COMPARE(m_scenes->model()->rowCount(), 3);
         m_editor->moveCursor(QTextCursor::End);
         const QHash<QChar, Qt::Key> keys = {{u'\n', Qt::Key_Return},   {u'↓', Qt::Key_Down},
                                             {u'←', Qt::Key_Left},      {u'⎋', Qt::Key_Escape},
