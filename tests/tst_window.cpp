@@ -498,6 +498,9 @@ private Q_SLOTS:
         QTest::keyClicks(sought, u"Seal"_s);
         QTest::keyClick(sought, Qt::Key_Return);
         QCOMPARE(bar->findChild<QLabel *>()->text(), u"Not found"_s);
+        sought->setText(u"Seas"_s);
+        QTest::keyClick(sought, Qt::Key_Return);
+        QCOMPARE(bar->findChild<QLabel *>()->text(), QString());
         QTest::keyClick(sought, Qt::Key_Escape);
         QVERIFY(!sought->isVisible() && m_editor->hasFocus());
     }
@@ -551,6 +554,7 @@ private Q_SLOTS:
         QDropEvent drop(QPointF(500, 400), Qt::CopyAction, &files, Qt::LeftButton, {});
         answerNext(QMessageBox::Discard);
         QApplication::sendEvent(m_window.data(), &drop);
+        QVERIFY(drop.isAccepted());
         QTRY_VERIFY(!m_window->isWindowModified());
         QCOMPARE(m_editor->text().toUtf8(), contents(example));
         QTRY_COMPARE(placeText(), u"Title page  ·  971 words"_s);
