@@ -59,7 +59,8 @@ Stretch stretchOf(const QTextFragment &fragment)
     const QTextCharFormat format = fragment.charFormat();
     Stretch stretch;
     stretch.text = fragment.text();
-    stretch.bold = format.fontWeight() >= QFont::Bold;
+    // Bold text in HTML of Qt 5 has the weight that Qt 6 calls this.
+    stretch.bold = format.fontWeight() >= QFont::DemiBold;
     stretch.italic = format.fontItalic();
     stretch.underline = format.underlineStyle() != QTextCharFormat::NoUnderline;
     return stretch;
