@@ -141,9 +141,10 @@ private Q_SLOTS:
         QTextCursor cursor(&text);
         Host::Highlighter highlighter(&text);
         Host::PagesView pages;
-        for (QString script : {u"a"_s, u"a\n\nb"_s, u"a"_s, u"c\n\na"_s, u"a"_s, u""_s}) {
+        for (QString script :
+             {u"a\n"_s, u"a\n\nb\n"_s, u"a\n"_s, u"c\n\na\n"_s, u"a\n"_s, u"\n"_s}) {
             pages.setScript(Host::read(script));
-            QCOMPARE(pages.toPlainText(), script.replace(u"\n\n"_s, u"\n"_s));
+            QCOMPARE(pages.toPlainText() + u'\n', script.replace(u"\n\n"_s, u"\n"_s));
         }
         const QStringList added = {
             u"More.\n\n"_s, u"\n\nMORE\nAnd more.\n"_s, u"/* "_s, u"\n"_s, u"#"_s, u""_s};
@@ -175,6 +176,20 @@ private Q_SLOTS:
                     QVERIFY2(a.layout()->formats() == b.layout()->formats(), qPrintable(a.text()));
             }
         }
+    }
+
+    void nothingButChangesIsLaidOut()
+    {
+        Host::PagesView pages;
+        pages.setScript(Host::read(u"INT. A #1#\n\nb *c*\n\nd\n\n## E"_s));
+        int from = 0, taken = 0;
+        connect(pages.document(), &QTextDocument::contentsChange, &pages, [&](int at, int removed) {
+            from = at;
+            taken = removed;
+        });
+        pages.setScript(Host::read(u"INT. A #1#\n\nb *c*\n\nD\n\n## E"_s));
+        QCOMPARE(from, pages.document()->findBlockByNumber(2).position());
+        QCOMPARE(taken, 2);
     }
 
     void kindsAreSetOff_data() { addCases({u"window-looks"_s}); }
