@@ -274,6 +274,7 @@ private Q_SLOTS:
         const int height = m_pages->viewport()->height();
         QVERIFY(mark.top() > height / 8 && mark.bottom() < height * 7 / 8); // not at an edge
         QVERIFY(m_editor->cursorRect().top() < 2 * m_editor->fontMetrics().height());
+        QCOMPARE(m_window->focusWidget(), m_editor);
         QTest::mouseDClick(m_scenes->viewport(), Qt::LeftButton, {},
                            m_scenes->visualRect(fourth).center());
         QVERIFY(!m_scenes->findChild<QLineEdit *>()); // A heading is changed in the text.
@@ -356,9 +357,9 @@ private Q_SLOTS:
         QTest::keyClicks(other.findChild<Host::ScriptEditor *>(), u"b"_s);
         answerNext(QMessageBox::Discard);
         QVERIFY(other.close());
-        QTest::qWait(2500); // What was discarded is not put aside again.
         QCOMPARE(copyCount(), 1);
         key(Qt::Key_S, Qt::ControlModifier);
+        QTest::qWait(2500); // What was discarded or saved is not put aside again.
         QCOMPARE(copyCount(), 0);
     }
 
