@@ -99,7 +99,7 @@ private:
     QTimer m_pause;     ///< Runs from a change until the script is read again.
     QTimer m_copyTimer; ///< Runs from a change until a copy is put aside.
     Recovery m_recovery;
-    QThreadPool m_reader; ///< The last member: it waits for its thread before any other goes.
+    QThreadPool m_reader; ///< The last member: it waits for its threads before any other goes.
 };
 
 } // namespace Host
