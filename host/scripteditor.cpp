@@ -89,7 +89,6 @@ Host::ScriptEditor::ScriptEditor()
     setFrameShape(NoFrame);
     m_completer.setModel(&m_offers);
     m_completer.setWidget(this);
-    m_completer.setCompletionMode(QCompleter::UnfilteredPopupCompletion);
     connect(&m_completer, QOverload<const QString &>::of(&QCompleter::activated), this,
             [this](const QString &offered) {
                 QTextCursor cursor = textCursor();
