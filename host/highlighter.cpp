@@ -37,8 +37,9 @@ constexpr int titlePageInk = QFnElement::General + 1;
 static_assert(std::size(inks) == titlePageInk + 1, "an ink for every type and the title page");
 constexpr QRgb markInk[] = {0xffa0a0a0, 0xff787878};
 
-// A look is a row of the table and these.
-enum Look { InkBits = 0xff, Bold = 0x100, Italic = 0x200, Underline = 0x400, Mark = 0x800 };
+// A look is a row of the table, the emphasis above it, and this.
+constexpr int emphasisShift = 8;
+constexpr int isMark = 0x80;
 
 struct LookRange
 {
@@ -90,10 +91,7 @@ LineLook *lookOf(const QTextBlock &block)
 
 int lookOf(const Host::Stretch &stretch, int ink)
 {
-    if (stretch.kind != Host::Stretch::Text)
-        return stretch.kind == Host::Stretch::Note ? QFnElement::Notes : QFnElement::Boneyard;
-    return ink | (stretch.bold ? Bold : 0) | (stretch.italic ? Italic : 0)
-           | (stretch.underline ? Underline : 0);
+    return stretch.working ? stretch.working : ink | stretch.emphasis << emphasisShift;
 }
 
 /// The look of each line of \a document in \a script. What belongs to no stretch is a mark.
@@ -104,7 +102,7 @@ QVector<LookRanges> looksOf(const QVector<Host::Paragraph> &script, const QTextD
         const int ink = paragraph.titlePage ? titlePageInk : paragraph.type;
         QTextBlock block = document.findBlock(paragraph.start);
         for (; block.isValid() && block.position() < paragraph.end; block = block.next())
-            looks[block.blockNumber()] = {{0, block.length() - 1, ink | Mark}};
+            looks[block.blockNumber()] = {{0, block.length() - 1, ink | isMark}};
         for (const Host::Stretch &stretch : paragraph.stretches) {
             const int end = stretch.start + int(stretch.text.size());
             for (int at = stretch.start; at >= 0 && at < end;) {
@@ -160,14 +158,15 @@ void Host::Highlighter::highlightBlock(const QString &text)
 
 QTextCharFormat Host::Highlighter::format(int look) const
 {
-    const Ink &ink = inks[look & InkBits];
+    const Ink &ink = inks[look & ~isMark & ((1 << emphasisShift) - 1)];
+    const int emphasis = look >> emphasisShift;
     QTextCharFormat format;
-    const QRgb colour = look & Mark ? markInk[m_dark] : m_dark ? ink.dark : ink.light;
+    const QRgb colour = look & isMark ? markInk[m_dark] : m_dark ? ink.dark : ink.light;
     if (colour)
         format.setForeground(QColor(colour));
-    if (ink.bold || look & Bold)
+    if (ink.bold || emphasis & Stretch::Bold)
         format.setFontWeight(QFont::Bold);
-    format.setFontItalic(ink.italic != bool(look & Italic));
-    format.setFontUnderline(look & Underline);
+    format.setFontItalic(ink.italic != bool(emphasis & Stretch::Italic));
+    format.setFontUnderline(emphasis & Stretch::Underline);
     return format;
 }

@@ -109,7 +109,7 @@ QVector<Host::Line> Host::printedLines(const QVector<Stretch> &stretches)
         behindCut = lineIsCut = false;
     };
     for (Stretch piece : stretches) {
-        if (piece.kind != Stretch::Text) {
+        if (piece.working) {
             behindCut = lineIsCut = true;
             continue;
         }
@@ -124,7 +124,7 @@ QVector<Host::Line> Host::printedLines(const QVector<Stretch> &stretches)
                 continue;
             if (behindCut && QStringLiteral(" .,;:!?)\u2026").contains(piece.text.at(0)))
                 chopBlanks(&lines.last());
-            if (!lines.last().isEmpty() && lines.last().last().looksLike(piece))
+            if (!lines.last().isEmpty() && lines.last().last().emphasis == piece.emphasis)
                 lines.last().last().text += piece.text;
             else
                 lines.last().append(piece);

@@ -7,8 +7,6 @@
 #include "host/reading.h"
 #include "model/literals_p.h"
 
-#include <iterator>
-
 class QFnFastParser;
 
 /// The marks of a script, and how a line is looked at apart from its notes and comments. Reading
@@ -22,10 +20,18 @@ constexpr QLatin1String noteClose = "]]"_L1;
 constexpr QLatin1String commentOpen = "/*"_L1;
 constexpr QLatin1String commentClose = "*/"_L1;
 
-constexpr QLatin1String emphasisMarks[] = {"_"_L1, "*"_L1, "**"_L1}; // in the order of opening
-using EmphasisFlag = bool Stretch::*;
-constexpr EmphasisFlag emphasisFlags[] = {&Stretch::underline, &Stretch::italic, &Stretch::bold};
-static_assert(std::size(emphasisMarks) == std::size(emphasisFlags), "a flag for every mark");
+struct EmphasisMark
+{
+    QLatin1String text;
+    Stretch::Emphasis emphasis;
+};
+
+/// The marks of emphasis, in the order of opening.
+constexpr EmphasisMark emphasisMarks[] = {
+    {"_"_L1, Stretch::Underline},
+    {"*"_L1, Stretch::Italic},
+    {"**"_L1, Stretch::Bold},
+};
 
 /// The mark in front of a paragraph that tells its kind.
 struct KindMark

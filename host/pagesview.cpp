@@ -29,19 +29,12 @@ QFont pageFont()
     return font;
 }
 
-bool sameStretch(const Host::Stretch &a, const Host::Stretch &b)
-{
-    return a.text == b.text && a.bold == b.bold && a.italic == b.italic
-           && a.underline == b.underline && a.kind == b.kind;
-}
-
 /// Whether both look alike, wherever they stand in the source.
 bool sameLook(const Host::Paragraph &a, const Host::Paragraph &b)
 {
     return a.type == b.type && a.titlePage == b.titlePage && a.centred == b.centred
            && a.source == b.source && a.depth == b.depth && a.sceneNumber == b.sceneNumber
-           && std::equal(a.stretches.cbegin(), a.stretches.cend(), b.stretches.cbegin(),
-                         b.stretches.cend(), sameStretch);
+           && a.stretches == b.stretches;
 }
 
 } // namespace

@@ -93,9 +93,9 @@ bool checkFaces(const QVector<Host::Page> &pages, QString *problem)
 void draw(const Host::Stretch &stretch, int row, int column, QPainter *painter)
 {
     QFont font = Host::scriptFont();
-    font.setBold(stretch.bold);
-    font.setItalic(stretch.italic);
-    font.setUnderline(stretch.underline);
+    font.setBold(stretch.emphasis & Host::Stretch::Bold);
+    font.setItalic(stretch.emphasis & Host::Stretch::Italic);
+    font.setUnderline(stretch.emphasis & Host::Stretch::Underline);
     painter->setFont(font);
     painter->save();
     painter->translate(column * letterWidth, firstBaseline + row * lineHeight);

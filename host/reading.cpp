@@ -16,11 +16,11 @@
 namespace Host {
 namespace {
 
-Stretch::Kind stretchKind(QChar mask)
+QFnElement::Type workingType(QChar mask)
 {
-    return mask == noteMask      ? Stretch::Note
-           : mask == commentMask ? Stretch::Comment
-                                 : Stretch::Text;
+    return mask == noteMask      ? QFnElement::Notes
+           : mask == commentMask ? QFnElement::Boneyard
+                                 : QFnElement::Undefined;
 }
 
 bool isPageBreak(const QString &line)
@@ -74,8 +74,7 @@ struct Inner
 /// A mark that is no text. One of emphasis turns a flag on or off.
 struct Mark
 {
-    int start, end;
-    EmphasisFlag flag;
+    int start, end, emphasis;
 };
 
 /// One pass over a script.
@@ -334,15 +333,14 @@ void Reader::addText(const SourceLine &line, const Inner &inner)
     Stretch look;
     for (int at = line.start; at < line.end;) {
         if (mark != marks.cend() && at == mark->start) {
-            if (mark->flag)
-                look.*mark->flag = !(look.*mark->flag);
+            look.emphasis ^= mark->emphasis;
             at = (mark++)->end;
             continue;
         }
         const int start = at;
         const int end = mark == marks.cend() ? line.end : mark->start;
-        look.kind = stretchKind(m_masked.at(at));
-        while (at < end && stretchKind(m_masked.at(at)) == look.kind)
+        look.working = workingType(m_masked.at(at));
+        while (at < end && workingType(m_masked.at(at)) == look.working)
             ++at;
         addStretch(start, at, look);
     }
@@ -357,33 +355,33 @@ QVector<Mark> Reader::marksOf(const Inner &inner)
 {
     QVector<Mark> marks;
     if (inner.mark < inner.start)
-        marks.append({inner.mark, inner.start, nullptr});
+        marks.append({inner.mark, inner.start, 0});
     const QString text = m_masked.mid(inner.start, inner.end - inner.start);
     const bool mayHaveEmphasis =
         hasEmphasis(m_paragraphs.last().type) && (text.contains(u'*') || text.contains(u'_'));
     m_parser.buffer = mayHaveEmphasis ? text : QString();
     m_parser.initParser();
-    Mark open[std::size(emphasisFlags)] = {};
+    Mark open[std::size(emphasisMarks)] = {};
     while (m_parser.nextToken().kind != QFnToken::EndOfInput) {
-        const auto found = std::find(std::begin(emphasisMarks), std::end(emphasisMarks),
-                                     m_parser.currentToken.text);
+        const auto found = std::find_if(
+            std::begin(emphasisMarks), std::end(emphasisMarks),
+            [&](const EmphasisMark &mark) { return mark.text == m_parser.currentToken.text; });
         if (found == std::end(emphasisMarks))
             continue;
-        const auto style = found - std::begin(emphasisMarks);
         const int start = m_parser.tokenStart + 1;
         const int end = m_parser.position + 1;
-        const Mark mark{inner.start + start, inner.start + end, emphasisFlags[style]};
-        Mark &opened = open[style];
+        const Mark mark{inner.start + start, inner.start + end, found->emphasis};
+        Mark &opened = open[found - std::begin(emphasisMarks)];
         const bool isBehindText = start > 0 && !isBlank(text.at(start - 1));
-        if (opened.flag && opened.end < mark.start && isBehindText) {
+        if (opened.emphasis && opened.end < mark.start && isBehindText) {
             marks << opened << mark;
-            opened.flag = nullptr;
-        } else if (!opened.flag && end < text.size() && !isBlank(text.at(end))) {
+            opened.emphasis = 0;
+        } else if (!opened.emphasis && end < text.size() && !isBlank(text.at(end))) {
             opened = mark;
         }
     }
     if (inner.end < inner.behind)
-        marks.append({inner.end, inner.behind, nullptr});
+        marks.append({inner.end, inner.behind, 0});
     std::sort(marks.begin(), marks.end(),
               [](const Mark &a, const Mark &b) { return a.start < b.start; });
     return marks;
@@ -394,8 +392,8 @@ void Reader::addStretch(int start, int end, Stretch look)
     QVector<Stretch> &stretches = m_paragraphs.last().stretches;
     look.text = m_source.mid(start, end - start).replace(u'\n', QChar(QChar::LineSeparator));
     look.start = start;
-    const bool joins = !stretches.isEmpty() && stretches.last().looksLike(look)
-                       && stretches.last().kind == look.kind
+    const bool joins = !stretches.isEmpty() && stretches.last().emphasis == look.emphasis
+                       && stretches.last().working == look.working
                        && stretches.last().start + stretches.last().text.size() == start;
     if (joins)
         stretches.last().text += look.text;
@@ -408,7 +406,7 @@ void Reader::addLineEnd(const SourceLine &line)
 {
     Stretch look = m_paragraphs.last().stretches.last();
     look.text.clear(); // It is shared, and would be copied for each line that is added to it.
-    look.kind = Stretch::Text;
+    look.working = QFnElement::Undefined;
     addStretch(line.start - 1, line.start, look);
 }
 

@@ -17,23 +17,18 @@ namespace Host {
 /// A piece of a paragraph with one look.
 struct Stretch
 {
-    enum Kind {
-        Text,
-        Note,   ///< A note within a line, with its marks.
-        Comment ///< A comment within a line, with its marks.
-    };
+    enum Emphasis : int { Underline = 1, Italic = 2, Bold = 4 };
 
-    QString text; ///< A piece of the source, with QChar::LineSeparator for the line ends in it.
-    bool bold = false;
-    bool italic = false;
-    bool underline = false;
-    Kind kind = Text;
+    QString text;     ///< A piece of the source, with QChar::LineSeparator for the line ends in it.
+    int emphasis = 0; ///< Flags of Emphasis.
+    /// Notes or Boneyard: a note or comment within a line, with its marks. Undefined: text.
+    QFnElement::Type working = QFnElement::Undefined;
     int start = -1; ///< Index of its first UTF-16 unit in the source, -1 where there is no source.
 
-    /// Whether both have the same emphasis.
-    bool looksLike(const Stretch &other) const
+    /// Whether both are the same, wherever they stand.
+    bool operator==(const Stretch &other) const
     {
-        return bold == other.bold && italic == other.italic && underline == other.underline;
+        return text == other.text && emphasis == other.emphasis && working == other.working;
     }
 };
 

@@ -13,7 +13,7 @@
 #include <QtGui/QTextDocument>
 #include <QtGui/QTextFragment>
 
-#include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -40,15 +40,13 @@ QTextBlockFormat blockFormatOf(const Paragraph &paragraph)
 QTextCharFormat textFormatOf(const Stretch &stretch, QFnElement::Type type)
 {
     QTextCharFormat format;
-    if (stretch.bold)
+    if (stretch.emphasis & Stretch::Bold)
         format.setFontWeight(QFont::Bold);
-    if (stretch.italic)
+    if (stretch.emphasis & Stretch::Italic)
         format.setFontItalic(true);
-    if (stretch.underline)
+    if (stretch.emphasis & Stretch::Underline)
         format.setFontUnderline(true);
-    if (stretch.kind != Stretch::Text)
-        type = stretch.kind == Stretch::Note ? QFnElement::Notes : QFnElement::Boneyard;
-    const QColor colour = Host::workingColour(type);
+    const QColor colour = Host::workingColour(stretch.working ? stretch.working : type);
     if (colour.isValid())
         format.setForeground(colour);
     return format;
@@ -59,10 +57,10 @@ Stretch stretchOf(const QTextFragment &fragment)
     const QTextCharFormat format = fragment.charFormat();
     Stretch stretch;
     stretch.text = fragment.text();
-    // Bold text in HTML of Qt 5 has the weight that Qt 6 calls this.
-    stretch.bold = format.fontWeight() >= QFont::DemiBold;
-    stretch.italic = format.fontItalic();
-    stretch.underline = format.underlineStyle() != QTextCharFormat::NoUnderline;
+    // Bold text in HTML of Qt 5 has the weight that Qt 6 calls DemiBold.
+    stretch.emphasis = (format.fontWeight() >= QFont::DemiBold ? Stretch::Bold : 0)
+                       | (format.fontItalic() ? Stretch::Italic : 0)
+                       | (format.underlineStyle() ? Stretch::Underline : 0);
     return stretch;
 }
 
@@ -74,7 +72,7 @@ QVector<Stretch> shownStretches(const Paragraph &paragraph)
     if (!paragraph.sceneNumber.isEmpty()) {
         Stretch number;
         number.text = QStringLiteral(" #%1#").arg(paragraph.sceneNumber);
-        number.kind = Stretch::Note;
+        number.working = QFnElement::Notes;
         stretches.append(number);
     }
     return stretches;
@@ -84,8 +82,9 @@ QVector<Stretch> shownStretches(const Paragraph &paragraph)
 QVector<Stretch> merged(const QVector<Stretch> &stretches)
 {
     QVector<Stretch> merged;
-    for (const Stretch &stretch : stretches) {
-        if (!merged.isEmpty() && merged.last().looksLike(stretch))
+    for (Stretch stretch : stretches) {
+        stretch.working = QFnElement::Undefined;
+        if (!merged.isEmpty() && merged.last().emphasis == stretch.emphasis)
             merged.last().text += stretch.text;
         else if (!stretch.text.isEmpty())
             merged.append(stretch);
@@ -122,13 +121,9 @@ Paragraph paragraphOf(const QTextBlock &block)
 /// Whether \a read is what \a wanted was written for.
 bool isSame(const Paragraph &read, const Paragraph &wanted)
 {
-    const QVector<Stretch> stretches = merged(shownStretches(read));
     return read.type == wanted.type && read.titlePage == wanted.titlePage
            && read.centred == wanted.centred && read.depth == wanted.depth
-           && std::equal(stretches.begin(), stretches.end(), wanted.stretches.begin(),
-                         wanted.stretches.end(), [](const Stretch &a, const Stretch &b) {
-                             return a.looksLike(b) && a.text == b.text;
-                         });
+           && merged(shownStretches(read)) == wanted.stretches;
 }
 
 QString shown(const Paragraph &paragraph)
@@ -149,12 +144,9 @@ void tell(int index, const Paragraph &paragraph, const QString &fate, QStringLis
 /// Takes away the emphasis that the kind of the paragraph has no marks for. False if there is none.
 bool takeEmphasis(Paragraph *paragraph)
 {
-    const Stretch plain;
-    bool found = false;
-    for (Stretch &stretch : paragraph->stretches) {
-        found = found || !stretch.looksLike(plain);
-        stretch.bold = stretch.italic = stretch.underline = false;
-    }
+    int found = 0;
+    for (Stretch &stretch : paragraph->stretches)
+        found |= std::exchange(stretch.emphasis, 0);
     paragraph->stretches = merged(paragraph->stretches);
     return found;
 }

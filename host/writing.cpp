@@ -15,28 +15,27 @@ namespace {
 QString markedText(const QVector<Stretch> &stretches)
 {
     QString text;
-    QVector<int> open; // indices in emphasisMarks, in the order of opening
-    const auto setLook = [&](const Stretch &look) {
+    QVector<const EmphasisMark *> open; // in the order of opening
+    const auto setEmphasis = [&](int emphasis) {
         for (int i = int(open.size()) - 1; i >= 0; --i) {
-            if (!(look.*emphasisFlags[open.at(i)]))
-                text += emphasisMarks[open.takeAt(i)];
+            if (!(open.at(i)->emphasis & emphasis))
+                text += open.takeAt(i)->text;
         }
-        for (int i = 0; i < int(std::size(emphasisFlags)); ++i) {
-            if (look.*emphasisFlags[i] && !open.contains(i)) {
-                text += emphasisMarks[i];
-                open.append(i);
+        for (const EmphasisMark &mark : emphasisMarks) {
+            if (mark.emphasis & emphasis && !open.contains(&mark)) {
+                text += mark.text;
+                open.append(&mark);
             }
         }
     };
-    const Stretch plain;
     for (const Stretch &stretch : stretches) {
         for (const QChar c : stretch.text) {
             const bool endsLine = c == QChar::LineSeparator;
-            setLook(endsLine ? plain : stretch);
+            setEmphasis(endsLine ? 0 : stretch.emphasis);
             text += endsLine ? QChar(u'\n') : c;
         }
     }
-    setLook(plain);
+    setEmphasis(0);
     return text;
 }
 

@@ -117,9 +117,8 @@ private Q_SLOTS:
         QCOMPARE(Host::layOut(Host::read(u"INT. A #1#\n"_s)).first().lines.last().paragraph, -1);
         QStringList looks;
         for (const Host::Stretch &s : pages.first().lines.last().stretches)
-            looks.append(s.text + u" b"_s.repeated(s.bold) + u" i"_s.repeated(s.italic)
-                         + u" u"_s.repeated(s.underline));
-        QCOMPARE(looks.join(u'|'), u"one |two b| |three  u|four i u| |five i"_s);
+            looks.append(s.text + QString::number(s.emphasis));
+        QCOMPARE(looks.join(u'|'), u"one 0|two4| 0|three 1|four3| 0|five2"_s);
     }
 
     // Columns and rows of the PDF's own words, from points: 7.2 a letter, 12 a line.

@@ -15,10 +15,11 @@ using Host::Stretch;
 /// A stretch as its text, in braces with its look if it has one: "{b bold}", "{note [[n]]}".
 QString lookOf(const Stretch &stretch)
 {
-    QString look = u"b"_s.left(stretch.bold) + u"i"_s.left(stretch.italic);
-    look += u"u"_s.left(stretch.underline);
-    if (stretch.kind != Stretch::Text)
-        look += stretch.kind == Stretch::Note ? u"note"_s : u"comment"_s;
+    QString look = u"b"_s.repeated(stretch.emphasis & Stretch::Bold ? 1 : 0);
+    look += u"i"_s.repeated(stretch.emphasis & Stretch::Italic ? 1 : 0);
+    look += u"u"_s.repeated(stretch.emphasis & Stretch::Underline ? 1 : 0);
+    if (stretch.working)
+        look += stretch.working == QFnElement::Notes ? u"note"_s : u"comment"_s;
     const QString text = QString(stretch.text).replace(QChar(QChar::LineSeparator), u'|');
     return look.isEmpty() ? text : u"{%1 %2}"_s.arg(look, text);
 }
