@@ -43,7 +43,7 @@ private Q_SLOTS:
             {"it's", QByteArray("\xFF\xFE\x61\0", 4)},
             {"wide", QByteArray("a\0\n\0", 4)},
             {"Wide", QByteArray("\0a\0\n", 4)},
-            {"marked", "\xFE\xFF"},
+            {"marked", QByteArray("\xFE\xFF\0a", 4)},
             {"short", "ab\xEF\xBF"},
             {"mark", "\xEF\xBB\xBFxy\xED\xA0\x80"},
         };
