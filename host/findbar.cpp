@@ -86,7 +86,7 @@ void Host::FindBar::replaceAll()
         found = m_editor->document()->find(m_sought->text(), found, flags());
     }
     all.endEditBlock();
-    m_message->setText(QStringLiteral("%1 replaced").arg(count));
+    m_message->setText(QString::number(count) + " replaced"_L1);
 }
 
 QTextDocument::FindFlags Host::FindBar::flags() const

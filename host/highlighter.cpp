@@ -13,31 +13,27 @@ namespace {
 /// How a kind of paragraph is set off.
 struct Ink
 {
+    QFnElement::Type type;
     QRgb light, dark; ///< the colour on a light and on a dark ground, 0 for that of the text
     bool bold, italic;
 };
 
+// A kind that is not here looks like any text. General is what the title page is made of.
 constexpr Ink inks[] = {
-    {0, 0, false, false},                   // Undefined
-    {0, 0, false, false},                   // Action
-    {0xff8a8a8a, 0xff858585, false, true},  // Boneyard
-    {0xff9a3f0c, 0xfff0a56b, true, false},  // Character
-    {0xff8a6a00, 0xffe0c060, false, true},  // Notes
-    {0, 0, false, false},                   // Dialogue
-    {0xff8a8a8a, 0xff858585, false, false}, // PageBreak
-    {0xff6f6257, 0xffc4b5a5, false, true},  // Parenthetical
-    {0xff1d4f91, 0xff8fbcf5, true, false},  // SceneHeading
-    {0xff2a6e3a, 0xff8fd09a, true, false},  // SectionHeading
-    {0xff2a6e3a, 0xff8fd09a, false, true},  // Synopsis
-    {0xff7b2d73, 0xffdc9ad4, true, false},  // Transition
-    {0, 0, false, false},                   // General
-    {0xff0f6d73, 0xff7fced3, false, false}, // the title page
+    {QFnElement::Boneyard, 0xff8a8a8a, 0xff858585, false, true},
+    {QFnElement::Character, 0xff9a3f0c, 0xfff0a56b, true, false},
+    {QFnElement::Notes, 0xff8a6a00, 0xffe0c060, false, true},
+    {QFnElement::PageBreak, 0xff8a8a8a, 0xff858585, false, false},
+    {QFnElement::Parenthetical, 0xff6f6257, 0xffc4b5a5, false, true},
+    {QFnElement::SceneHeading, 0xff1d4f91, 0xff8fbcf5, true, false},
+    {QFnElement::SectionHeading, 0xff2a6e3a, 0xff8fd09a, true, false},
+    {QFnElement::Synopsis, 0xff2a6e3a, 0xff8fd09a, false, true},
+    {QFnElement::Transition, 0xff7b2d73, 0xffdc9ad4, true, false},
+    {QFnElement::General, 0xff0f6d73, 0xff7fced3, false, false},
 };
-constexpr int titlePageInk = QFnElement::General + 1;
-static_assert(std::size(inks) == titlePageInk + 1, "an ink for every type and the title page");
 constexpr QRgb markInk[] = {0xffa0a0a0, 0xff787878};
 
-// A look is a row of the table, the emphasis above it, and this.
+// A look is a type, the emphasis above it, and this.
 constexpr int emphasisShift = 8;
 constexpr int isMark = 0x80;
 
@@ -89,9 +85,9 @@ LineLook *lookOf(const QTextBlock &block)
     return static_cast<LineLook *>(block.userData());
 }
 
-int lookOf(const Host::Stretch &stretch, int ink)
+int lookOf(const Host::Stretch &stretch, QFnElement::Type type)
 {
-    return stretch.working ? stretch.working : ink | stretch.emphasis << emphasisShift;
+    return stretch.working ? stretch.working : type | stretch.emphasis << emphasisShift;
 }
 
 /// The look of each line of \a document in \a script. What belongs to no stretch is a mark.
@@ -99,19 +95,16 @@ QVector<LookRanges> looksOf(const QVector<Host::Paragraph> &script, const QTextD
 {
     QVector<LookRanges> looks(document.blockCount());
     for (const Host::Paragraph &paragraph : script) {
-        const int ink = paragraph.titlePage ? titlePageInk : paragraph.type;
         QTextBlock block = document.findBlock(paragraph.start);
         for (; block.isValid() && block.position() < paragraph.end; block = block.next())
-            looks[block.blockNumber()] = {{0, block.length() - 1, ink | isMark}};
+            looks[block.blockNumber()] = {{0, block.length() - 1, paragraph.type | isMark}};
         for (const Host::Stretch &stretch : paragraph.stretches) {
             const int end = stretch.start + int(stretch.text.size());
-            for (int at = stretch.start; at >= 0 && at < end;) {
+            for (int at = stretch.start; at < end;) {
                 block = document.findBlock(at);
-                if (!block.isValid())
-                    break;
                 const int next = std::min(end, block.position() + block.length());
                 looks[block.blockNumber()].append(
-                    {at - block.position(), next - at, lookOf(stretch, ink)});
+                    {at - block.position(), next - at, lookOf(stretch, paragraph.type)});
                 at = next;
             }
         }
@@ -158,8 +151,11 @@ void Host::Highlighter::highlightBlock(const QString &text)
 
 QTextCharFormat Host::Highlighter::format(int look) const
 {
-    const Ink &ink = inks[look & ~isMark & ((1 << emphasisShift) - 1)];
+    const int type = look % isMark;
     const int emphasis = look >> emphasisShift;
+    const auto found = std::find_if(std::begin(inks), std::end(inks),
+                                    [type](const Ink &ink) { return ink.type == type; });
+    const Ink ink = found == std::end(inks) ? Ink() : *found;
     QTextCharFormat format;
     const QRgb colour = look & isMark ? markInk[m_dark] : m_dark ? ink.dark : ink.light;
     if (colour)

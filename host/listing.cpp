@@ -25,7 +25,7 @@ QString details(const QFnElement &element)
     if (element.style.alignment & Qt::AlignHCenter)
         text += QLatin1String(" centred");
     if (element.sectionDepth > 0)
-        text += QStringLiteral(" depth %1").arg(element.sectionDepth);
+        text += QLatin1String(" depth ") + QString::number(element.sectionDepth);
     if (!element.sceneNumber.isEmpty())
         text += QLatin1String(" number ") + Host::quoted(element.sceneNumber);
     return text;

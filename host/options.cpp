@@ -47,8 +47,7 @@ const CommandRow *commandOf(const QString &name)
 void prepare(QCommandLineParser *line, const CommandRow *row)
 {
     const QCommandLineOption options[] = {
-        {QStringLiteral("to"),
-         QStringLiteral("%1, whatever the ending of OUT.").arg(Host::formatNames()),
+        {QStringLiteral("to"), Host::formatNames() + ", whatever the ending of OUT."_L1,
          QStringLiteral("format")},
         {QStringLiteral("paper"), QStringLiteral("letter or a4; as in your country if not told."),
          QStringLiteral("paper")},

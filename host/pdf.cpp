@@ -5,6 +5,7 @@
 
 #include "host/lines.h"
 #include "host/records.h"
+#include "model/literals_p.h"
 
 #include <QtCore/QBuffer>
 #include <QtCore/QCoreApplication>
@@ -21,6 +22,8 @@
 #include <iterator>
 
 namespace {
+
+using Zem::operator""_L1;
 
 constexpr int dotsPerInch = 1200;
 constexpr qreal letterWidth = dotsPerInch / 10.0;
@@ -79,13 +82,11 @@ bool checkFaces(const QVector<Host::Page> &pages, QString *problem)
         *problem = QStringLiteral("there is no face to print with; install a typewriter face, such "
                                   "as Liberation Mono or Courier Prime");
     else if (lost > 0)
-        *problem = QStringLiteral("no face has these letters: %1; install one that has them, such "
-                                  "as those called Noto")
-                       .arg(missing.join(QLatin1String(", ")));
+        *problem = "no face has these letters: "_L1 + missing.join(", "_L1)
+                   + "; install one that has them, such as those called Noto"_L1;
     else if (!QFontInfo(font).fixedPitch())
-        *problem = QStringLiteral("there is no typewriter face, %1 is taken; install one, such as "
-                                  "Liberation Mono or Courier Prime")
-                       .arg(QFontInfo(font).family());
+        *problem = "there is no typewriter face, "_L1 + QFontInfo(font).family()
+                   + " is taken; install one, such as Liberation Mono or Courier Prime"_L1;
     return metrics.inFontUcs4('M') && lost * 2 <= printed;
 }
 
@@ -119,7 +120,7 @@ void draw(const Host::Page &page, QPainter *painter)
     }
     if (page.number > 1) {
         Host::Stretch number;
-        number.text = QStringLiteral("%1.").arg(page.number);
+        number.text = QString::number(page.number) + u'.';
         draw(number, numberRow, numberEnd - int(number.text.size()), painter);
     }
 }

@@ -71,7 +71,7 @@ QVector<Stretch> shownStretches(const Paragraph &paragraph)
     QVector<Stretch> stretches = paragraph.stretches;
     if (!paragraph.sceneNumber.isEmpty()) {
         Stretch number;
-        number.text = QStringLiteral(" #%1#").arg(paragraph.sceneNumber);
+        number.text = " #"_L1 + paragraph.sceneNumber + u'#';
         number.working = QFnElement::Notes;
         stretches.append(number);
     }

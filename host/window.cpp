@@ -337,11 +337,10 @@ bool Host::Window::saveTo(QString path)
     if (path.isEmpty()) {
         path = askForPath("Save As"_L1, {QStringLiteral("fountain")});
     } else if (bytesOf(path) != m_onDisk
-               && QMessageBox::question(
-                      this, program,
-                      QStringLiteral("%1 was changed by another program. Save over it?")
-                          .arg(QFileInfo(path).fileName()),
-                      QMessageBox::Save | QMessageBox::Cancel)
+               && QMessageBox::question(this, program,
+                                        QFileInfo(path).fileName()
+                                            + " was changed by another program. Save over it?"_L1,
+                                        QMessageBox::Save | QMessageBox::Cancel)
                       != QMessageBox::Save) {
         return false;
     }
@@ -354,7 +353,7 @@ void Host::Window::exportAs()
     const QString path = askForPath("Export"_L1, formatNames().split(QStringLiteral(", ")));
     if (path.isEmpty())
         return;
-    QString error = QStringLiteral("%1: unknown ending").arg(path);
+    QString error = path + ": unknown ending"_L1;
     const Format *format = formatOf(QFileInfo(path).suffix());
     QByteArray bytes;
     if (format) {
