@@ -34,7 +34,6 @@ constexpr Place places[] = {
     {QFnElement::Character, 37, 38, 0, 1, true}, {QFnElement::Parenthetical, 31, 25, 1, 0, false},
     {QFnElement::Dialogue, 25, 35, 0, 0, false}, {QFnElement::Transition, 15, 60, 0, 1, true},
 };
-constexpr int cueColumn = places[2].column;
 
 /// A line before it has its row on a page.
 struct Row
@@ -170,7 +169,7 @@ QVector<Line> continuedCue(const QVector<Row> &rows, int cue)
         line.append(line.last());
         line.last().text = QStringLiteral(" (CONT'D)");
     }
-    return Host::wrapped(line, places[2].width).mid(0, longestCue);
+    return Host::wrapped(line, placeOf(QFnElement::Character).width).mid(0, longestCue);
 }
 
 bool endsSentence(const Row &row)
@@ -235,6 +234,7 @@ void addRow(const Row &row, int line, Host::Page *page)
 
 QVector<Host::Page> Host::layOut(const QVector<Paragraph> &script)
 {
+    const int cueColumn = placeOf(QFnElement::Character).column;
     QVector<Page> pages = titlePages(script);
     const QVector<Row> rows = rowsOf(script);
     int begin = 0;

@@ -58,10 +58,8 @@ private Q_SLOTS:
                                    + (above % 2 ? QString() : u"\n"_s) + input.section(u": "_s, 1));
         QCOMPARE(pages.size(), 2);
         QVERIFY(pages.at(0).size() <= Host::pageRows + 1);
-        QStringList turn = pages.at(0).mid(pages.at(0).size() - 2, 1) + pages.at(1);
-        for (QString &line : turn)
-            line = line.trimmed();
-        QVERIFY2(turn.join(u'|').startsWith(expected), qPrintable(turn.join(u'|')));
+        const QString turn = placed(pages.at(0).mid(pages.at(0).size() - 2, 1) + pages.at(1));
+        QVERIFY2(turn.startsWith(expected), qPrintable(turn));
     }
 
     void noPageRunsOver()

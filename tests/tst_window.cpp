@@ -45,10 +45,11 @@ void answerNext(QMessageBox::StandardButton button, QString *text = nullptr)
 }
 
 /// Types \a name into the dialogue for a file that comes up next.
-void nameNext(const QString &name)
+void nameNext(const QString &name, const QString &filter = QString())
 {
     withNext<QFileDialog>([=](QFileDialog *dialog) {
         QTest::qWait(200); // The dialogue has listed its folder by then.
+        QTest::keyClicks(dialog->findChild<QComboBox *>(u"fileTypeCombo"_s), filter);
         auto *edit = dialog->findChild<QLineEdit *>(u"fileNameEdit"_s);
         edit->selectAll();
         QTest::keyClicks(edit, name);
@@ -333,6 +334,7 @@ private Q_SLOTS:
             first->button(QMessageBox::Open)->click();
         });
         showNew();
+        open(path());
         QTRY_COMPARE(visibleWindows().size(), 2);
         answerNext(QMessageBox::Discard);
         QVERIFY(visibleWindows().at(visibleWindows().at(0) == m_window.data() ? 1 : 0)->close());
@@ -419,6 +421,9 @@ private Q_SLOTS:
             const QString file = name.contains(u'.') ? name : name + u".html"_s;
             QVERIFY2(QFileInfo(m_folder->filePath(file)).size() > 5, qPrintable(file));
         }
+        nameNext(m_folder->filePath(u"chosen"_s), u"*.o"_s);
+        key(Qt::Key_E, Qt::ControlModifier);
+        QVERIFY(QFile::exists(m_folder->filePath(u"chosen.odt"_s)));
         for (const Qt::Key command : {Qt::Key_E, Qt::Key_S, Qt::Key_O}) {
             withNext<QFileDialog>([](QFileDialog *dialog) { dialog->reject(); });
             key(command, Qt::ControlModifier
@@ -567,6 +572,8 @@ private Q_SLOTS:
             keys.append(shortcut);
         }
         QCOMPARE(keys.size(), 22);
+        const auto bars = m_window->createPopupMenu()->actions(); // The window owns them.
+        QCOMPARE(bars.first()->text() + bars.last()->text(), u"ScenesFind and Replace"_s);
         QVERIFY(!action(u"&Undo"_s)->isEnabled() && !action(u"&Redo"_s)->isEnabled());
         const int points = m_editor->font().pointSize();
         for (const Qt::Key sign : {Qt::Key_Plus, Qt::Key_Plus, Qt::Key_Minus})
@@ -606,6 +613,7 @@ private Q_SLOTS:
         open(path());
         QTRY_VERIFY(m_scenes->model()->rowCount() > 200);
         goTo(u"Glass all round"_s, 13);
+        QTRY_VERIFY(placeText().startsWith(u"Action  ·  Page 60 of 130"_s));
         QTest::qWait(500);
         QElapsedTimer clock;
         qint64 gap = 0;
