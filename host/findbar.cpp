@@ -28,7 +28,6 @@ Host::FindBar::FindBar(QPlainTextEdit *editor)
     addAction("Previous"_L1, this, [this] { find(QTextDocument::FindBackward); });
     m_case = addAction("Match case"_L1);
     m_case->setCheckable(true);
-    addSeparator();
     m_replacement->setPlaceholderText("Replace with"_L1);
     addWidget(m_replacement);
     addAction("Replace"_L1, this, [this] { replace(); });

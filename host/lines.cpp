@@ -42,7 +42,7 @@ QVector<int> countedLetters(const QString &text)
 
 void chopBlanks(Host::Line *line)
 {
-    while (!line->isEmpty() && (line->last().text.isEmpty() || line->last().text.endsWith(u' '))) {
+    while (!line->isEmpty() && line->last().text.endsWith(u' ')) {
         line->last().text.chop(1);
         if (line->last().text.isEmpty())
             line->removeLast();

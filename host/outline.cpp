@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace {
 
@@ -34,7 +35,7 @@ QStringList byUse(const QHash<QString, int> &uses)
 {
     QStringList names = uses.keys();
     std::sort(names.begin(), names.end(), [&uses](const QString &a, const QString &b) {
-        return uses[a] != uses[b] ? uses[a] > uses[b] : a < b;
+        return std::make_pair(-uses[a], a) < std::make_pair(-uses[b], b);
     });
     return names;
 }

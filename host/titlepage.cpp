@@ -33,15 +33,14 @@ struct Key
 {
     QLatin1String word; ///< How the key begins.
     Part part;
-    int above; ///< blank lines
+    int above = 1; ///< blank lines
 };
 
 // In their customary order. The last stands for every other key.
 constexpr Key keys[] = {
-    {"Title"_L1, Head, 0},  {"Credit"_L1, Head, 3},     {"Author"_L1, Head, 1},
-    {"Source"_L1, Head, 3}, {"Notes"_L1, Left, 1},      {"Draft"_L1, Right, 1},
-    {"Date"_L1, Right, 1},  {"Copyright"_L1, Right, 1}, {"Contact"_L1, Left, 1},
-    {""_L1, Left, 1},
+    {"Title"_L1, Head, 0}, {"Credit"_L1, Head, 3}, {"Author"_L1, Head}, {"Source"_L1, Head, 3},
+    {"Notes"_L1, Left},    {"Draft"_L1, Right},    {"Date"_L1, Right},  {"Copyright"_L1, Right},
+    {"Contact"_L1, Left},  {""_L1, Left},
 };
 
 /// The index in keys of the entry called \a key.

@@ -107,6 +107,7 @@ Host::Window::Window()
     m_highlighter->setDark(palette().color(QPalette::Base).lightness() < 128);
     setText(QString(), QString(), false);
     m_editor->setFocus();
+    QTimer::singleShot(0, this, &Window::offerLeftBehind); // when the window is shown
 }
 
 /// A window beside this one, which goes when it is closed.
@@ -482,13 +483,6 @@ void Host::Window::closeEvent(QCloseEvent *event)
     kept.setValue(QStringLiteral("split"), m_beside->saveState());
     kept.setValue(QStringLiteral("pages"), !m_pages->isHidden());
     kept.setValue(QStringLiteral("zoom"), m_zoom);
-}
-
-void Host::Window::showEvent(QShowEvent *event)
-{
-    QMainWindow::showEvent(event);
-    if (!event->spontaneous())
-        QTimer::singleShot(0, this, &Window::offerLeftBehind);
 }
 
 void Host::Window::dragEnterEvent(QDragEnterEvent *event)

@@ -56,9 +56,10 @@ private Q_SLOTS:
     {
         QFETCH(QString, input);
         QFETCH(QString, expected);
-        if (input.contains(u"fc-match"_s)
-            && QStandardPaths::findExecutable(u"fc-match"_s).isEmpty())
-            QSKIP("needs fc-match");
+        for (const QString &tool : {u"fc-match"_s, u"unzip"_s}) {
+            if (input.contains(tool) && QStandardPaths::findExecutable(tool).isEmpty())
+                QSKIP(qPrintable(u"needs "_s + tool));
+        }
         QString error;
         int code = -1;
         const QString out = run(input, &error, &code);
