@@ -13,10 +13,10 @@ namespace Host {
 /// A script on its way to a file.
 struct Work
 {
-    QString text;       ///< the script
-    QString name;       ///< stands for the title of a script that has none
-    bool plain = false; ///< The rich text is what the library makes by itself.
-    QPageSize::PageSizeId paper = QPageSize::Letter;
+    QString text; ///< the script
+    QString name; ///< stands for the title of a script that has none
+    bool plain;   ///< The rich text is what the library makes by itself.
+    QPageSize::PageSizeId paper;
 };
 
 /// A form in which a script is saved.

@@ -61,14 +61,12 @@ ExitCode importFile(const Options &options)
     if (options.plain && format->isPages)
         return report(format->name + QLatin1String(": pages are not made by --plain"), WrongUse);
 
-    Host::Work work;
+    QString text;
     QString problem;
-    if (!Host::readText(script, &work.text, &problem))
+    if (!Host::readText(script, &text, &problem))
         return report(problem, Failure);
-    work.name = QFileInfo(script).completeBaseName();
-    work.plain = options.plain;
-    work.paper = options.paper;
-    const QByteArray bytes = format->make(work, &problem);
+    const QString name = QFileInfo(script).completeBaseName();
+    const QByteArray bytes = format->make({text, name, options.plain, options.paper}, &problem);
     if (!problem.isEmpty())
         report(problem, Failure);
     return !problem.isEmpty() && bytes.isEmpty() ? Failure : save(out, bytes);

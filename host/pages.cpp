@@ -166,8 +166,9 @@ QVector<Line> continuedCue(const QVector<Row> &rows, int cue)
         line += rows.at(i).line.stretches;
     }
     if (!Host::textOf(line).contains(QLatin1String("(CONT"))) {
-        line.append(line.last());
-        line.last().text = QStringLiteral(" (CONT'D)");
+        Host::Stretch added;
+        added.text = QStringLiteral(" (CONT'D)");
+        line.append(added);
     }
     return Host::wrapped(line, placeOf(QFnElement::Character).width).mid(0, longestCue);
 }

@@ -25,7 +25,7 @@ namespace {
 
 using Zem::operator""_L1;
 
-constexpr int dotsPerInch = 1200;
+constexpr int dotsPerInch = 1200; // as QPdfWriter has it
 constexpr qreal letterWidth = dotsPerInch / 10.0;
 constexpr qreal lineHeight = dotsPerInch / 6.0;
 constexpr qreal firstBaseline = dotsPerInch + 0.8 * lineHeight;
@@ -138,7 +138,6 @@ QByteArray Host::toPdf(const QVector<Page> &pages, const QString &title,
         QPdfWriter writer(&buffer);
         writer.setPageSize(QPageSize(paper));
         writer.setPageMargins(QMarginsF());
-        writer.setResolution(dotsPerInch);
         writer.setCreator(QCoreApplication::applicationName());
         writer.setTitle(title); // before the painter begins, or it is not written
         QPainter painter(&writer);

@@ -50,7 +50,7 @@ QPair<QString, QString> splitHeading(const QString &text)
     const int open = line.endsWith(u'#') ? int(line.lastIndexOf(u'#', last - 1)) : -1;
     const QString number = open > 0 ? text.mid(open + 1, last - open - 1) : QString();
     const auto isInNumber = [](QChar c) { return c.isLetterOrNumber() || c == u'.' || c == u'-'; };
-    if (number.isEmpty() || !std::all_of(number.begin(), number.end(), isInNumber))
+    if (!std::all_of(number.begin(), number.end(), isInNumber))
         return {text, QString()};
     int end = open;
     while (end > 0 && isBlank(text.at(end - 1)))
@@ -389,23 +389,15 @@ QVector<Mark> Reader::marksOf(const Inner &inner)
 
 void Reader::addStretch(int start, int end, Stretch look)
 {
-    QVector<Stretch> &stretches = m_paragraphs.last().stretches;
     look.text = m_source.mid(start, end - start).replace(u'\n', QChar(QChar::LineSeparator));
     look.start = start;
-    const bool joins = !stretches.isEmpty() && stretches.last().emphasis == look.emphasis
-                       && stretches.last().working == look.working
-                       && stretches.last().start + stretches.last().text.size() == start;
-    if (joins)
-        stretches.last().text += look.text;
-    else
-        stretches.append(look);
+    m_paragraphs.last().stretches.append(look);
 }
 
 /// Adds the line end in front of the line to the last paragraph. It is never a part of a note.
 void Reader::addLineEnd(const SourceLine &line)
 {
     Stretch look = m_paragraphs.last().stretches.last();
-    look.text.clear(); // It is shared, and would be copied for each line that is added to it.
     look.working = QFnElement::Undefined;
     addStretch(line.start - 1, line.start, look);
 }

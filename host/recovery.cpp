@@ -32,7 +32,6 @@ Host::Recovery::Recovery()
     : m_file(folder().filePath(QUuid::createUuid().toString(QUuid::Id128) + QLatin1String(".copy")))
     , m_lock(lockOf(m_file))
 {
-    m_lock.setStaleLockTime(0); // However old, it holds as long as its program runs.
     m_lock.tryLock(0);
     m_writer.setMaxThreadCount(1);
 }
@@ -61,7 +60,7 @@ QStringList Host::Recovery::leftBehind()
     const auto all = folder().entryInfoList({QStringLiteral("*.copy")}, QDir::Files, QDir::Time);
     for (const QFileInfo &info : all) {
         QLockFile lock(lockOf(info.filePath()));
-        lock.setStaleLockTime(0);
+        lock.setStaleLockTime(0); // However old, it holds as long as its program runs.
         if (lock.tryLock(0))
             files.append(info.filePath());
     }

@@ -111,8 +111,9 @@ Paragraph paragraphOf(const QTextBlock &block)
         paragraph.stretches.append(stretchOf(it.fragment()));
     }
     if (paragraph.type == QFnElement::PageBreak && paragraph.stretches.isEmpty()) {
-        paragraph.stretches.append(Stretch());
-        paragraph.stretches.last().text = QStringLiteral("===");
+        Stretch mark;
+        mark.text = QStringLiteral("===");
+        paragraph.stretches.append(mark);
     }
     paragraph.stretches = merged(paragraph.stretches);
     return paragraph;

@@ -44,6 +44,11 @@ QSettings settings()
     return QSettings(QSettings::IniFormat, QSettings::UserScope, program, program);
 }
 
+bool isDark(const QPalette &colours)
+{
+    return colours.color(QPalette::Base).lightness() < colours.color(QPalette::Text).lightness();
+}
+
 QByteArray bytesOf(const QString &path)
 {
     QFile file(path);
@@ -73,7 +78,6 @@ Host::Window::Window()
     addEditMenu();
     addViewMenu();
 
-    m_pause.setSingleShot(true);
     m_copyTimer.setSingleShot(true);
     connect(&m_pause, &QTimer::timeout, this, &Window::read);
     connect(&m_copyTimer, &QTimer::timeout, this, [this] {
@@ -104,10 +108,10 @@ Host::Window::Window()
     restoreState(kept.value(QStringLiteral("state")).toByteArray());
     m_beside->restoreState(kept.value(QStringLiteral("split")).toByteArray());
     zoom(kept.value(QStringLiteral("zoom")).toInt());
-    m_highlighter->setDark(palette().color(QPalette::Base).lightness() < 128);
+    m_highlighter->setDark(isDark(palette()));
     setText(QString(), QString(), false);
     m_editor->setFocus();
-    QTimer::singleShot(0, this, &Window::offerLeftBehind); // when the window is shown
+    QMetaObject::invokeMethod(this, &Window::offerLeftBehind, Qt::QueuedConnection);
 }
 
 /// A window beside this one, which goes when it is closed.
@@ -260,14 +264,12 @@ void Host::Window::setText(const QString &text, const QString &path, bool modifi
 
 void Host::Window::setPath(const QString &path)
 {
-    if (!m_watcher.files().isEmpty())
-        m_watcher.removePaths(m_watcher.files());
     const QFileInfo info(path);
     m_path = path.isEmpty() ? QString() : info.absoluteFilePath();
     m_onDisk = bytesOf(m_path);
     setWindowTitle((path.isEmpty() ? QString("Untitled"_L1) : info.fileName())
                    + QLatin1String("[*] - zemscript"));
-    if (!info.exists() || path.isEmpty())
+    if (!info.exists())
         return;
     m_watcher.addPath(m_path);
     QSettings kept = settings();
@@ -289,8 +291,9 @@ void Host::Window::listRecent(QMenu *menu)
 /// was dropped from waits until then.
 void Host::Window::tell(const QStringList &messages)
 {
+    const auto warn = [this, messages] { warnUnless(false, messages.join(u'\n')); };
     if (!messages.isEmpty())
-        QTimer::singleShot(0, this, [this, messages] { warnUnless(false, messages.join(u'\n')); });
+        QMetaObject::invokeMethod(this, warn, Qt::QueuedConnection);
 }
 
 bool Host::Window::warnUnless(bool done, const QString &error)
@@ -419,7 +422,7 @@ void Host::Window::offerLeftBehind()
 /// Reads the script in the thread. What was read is shown unless the text is another by then.
 void Host::Window::read()
 {
-    m_pause.stop(); // A text that was just opened is read once, not again behind the pause.
+    m_pause.stop(); // The text is read once, one that was just opened too.
     const int revision = m_editor->document()->revision();
     m_reader.start([this, text = m_editor->text(), revision] {
         const auto take = [this, outline = outlineOf(text), revision] {
@@ -438,12 +441,13 @@ void Host::Window::showOutline(const Outline &outline)
     // A list that is set anew loses its place.
     if (outline.scenes != m_scenes.stringList())
         m_scenes.setStringList(outline.scenes);
-    // By itself: keys that were pressed meanwhile go first.
-    QTimer::singleShot(0, this, [this] {
+    const auto showPages = [this] {
         m_pages->setScript(m_outline.script);
         m_paragraph = -1;
         showPlace();
-    });
+    };
+    // By itself: keys that were pressed meanwhile go first.
+    QMetaObject::invokeMethod(this, showPages, Qt::QueuedConnection);
 }
 
 /// Shows in the pages, the scenes and the status bar where the cursor is.
@@ -467,7 +471,7 @@ void Host::Window::zoom(int points)
 void Host::Window::changeEvent(QEvent *event)
 {
     QMainWindow::changeEvent(event);
-    m_highlighter->setDark(palette().color(QPalette::Base).lightness() < 128);
+    m_highlighter->setDark(isDark(palette()));
 }
 
 void Host::Window::closeEvent(QCloseEvent *event)
@@ -497,5 +501,6 @@ void Host::Window::dropEvent(QDropEvent *event)
     event->acceptProposedAction();
     // Later: a question would hold up the program that the file comes from.
     const QString path = event->mimeData()->urls().first().toLocalFile();
-    QTimer::singleShot(0, this, [this, path] { openAfterQuestion(path); });
+    const auto take = [this, path] { openAfterQuestion(path); };
+    QMetaObject::invokeMethod(this, take, Qt::QueuedConnection);
 }
