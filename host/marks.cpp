@@ -50,7 +50,7 @@ QString masked(const QString &source)
         at = std::min(size, start + 2);
         const int close =
             isNote ? find(noteClose, at, &noteEnds) : find(commentClose, at, &commentEnds);
-        if (start == size || (isNote && close >= find("\n\n"_L1, start, &blankLines)))
+        if (isNote && close >= find("\n\n"_L1, start, &blankLines))
             continue;
         at = std::min(size, close + 2);
         std::fill(text.begin() + start, text.begin() + at, isNote ? noteMask : commentMask);

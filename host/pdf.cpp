@@ -103,8 +103,7 @@ void draw(const Host::Stretch &stretch, int row, int column, QPainter *painter)
     // Faces differ by a hair, and those of other scripts by much. None leaves its columns.
     const qreal own = QFontMetricsF(font, painter->device()).horizontalAdvance(stretch.text);
     const qreal room = Host::lettersOf(stretch.text) * letterWidth;
-    if (own > room)
-        painter->scale(room / own, 1);
+    painter->scale(std::min(room / own, 1.0), 1);
     painter->drawText(QPointF(), stretch.text);
     painter->restore();
 }
