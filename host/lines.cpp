@@ -146,7 +146,7 @@ QVector<Host::Line> Host::wrapped(const Line &line, int width)
     for (int start = 0; start < text.size();) {
         // The last index with that many letters is the end of one, never inside it.
         const auto past =
-            std::upper_bound(counts.cbegin() + start, counts.cend(), counts.at(start) + width);
+            std::upper_bound(counts.cbegin(), counts.cend(), counts.at(start) + width);
         const int full = int(past - counts.cbegin()) - 1;
         int end = full + blanksAt(text, full);
         breaks.setPosition(end);

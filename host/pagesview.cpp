@@ -11,6 +11,7 @@
 #include <QtWidgets/QScrollBar>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace {
 
@@ -108,7 +109,7 @@ void Host::PagesView::showParagraph(int index)
     setTextCursor(QTextCursor(block));
     // Not at an edge: what stands around it is of interest too.
     const int top = cursorRect().top(), height = viewport()->height();
-    if (top < height / 8 || top > height * 7 / 8)
+    if (std::abs(top - height / 2) > height * 3 / 8)
         verticalScrollBar()->setValue(verticalScrollBar()->value() + top - height / 3);
 }
 
