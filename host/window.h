@@ -29,8 +29,8 @@ class ScriptEditor;
 /// The editing window: the text of one script, with its pages beside it and its scenes at the side.
 ///
 /// What is shown beside the text comes from a reading of the script in a thread of its own, which
-/// begins when typing pauses. Unsaved text is put aside meanwhile; the first time that a window is
-/// shown it offers what earlier ones left behind.
+/// begins when typing pauses. Unsaved text is put aside meanwhile, and a new window offers what
+/// earlier ones left behind.
 class Window : public QMainWindow
 {
     Q_OBJECT

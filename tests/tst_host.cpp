@@ -33,7 +33,7 @@ private Q_SLOTS:
             {"all",
              "Author: Z\nTitle: A\nAuthor: Y\n\nINT. B #1#\n\n> ***_c_*** <\n\nd\\\n\n## e\n\n"},
             {"plain", "INT. B #1#\n\nc\n\n"},
-            {"lines", u"\U00010600\u1780 a\n"_s.toUtf8()},
+            {"lines", u"\U00010600\u1780\u1781 a\n"_s.toUtf8()},
             {"in.html", "<p>x</p>"},
             {"o.html", "older"},
             {"nfew.conf", "<fontconfig></fontconfig>"},
