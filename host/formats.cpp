@@ -64,7 +64,6 @@ QByteArray makeOdt(const Host::Work &work, QString *)
     all.select(QTextCursor::Document);
     all.mergeCharFormat(face);
     QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
     QTextDocumentWriter(&buffer, "ODF").write(&document);
     return buffer.data();
 }

@@ -26,8 +26,7 @@ constexpr QLatin1String titlePage = "Title page"_L1;
 
 int wordsIn(const QString &text)
 {
-    const QString words = text.simplified();
-    return words.isEmpty() ? 0 : int(words.count(u' ')) + 1;
+    return int(text.simplified().split(u' ', Qt::SkipEmptyParts).size());
 }
 
 /// The keys of \a uses, most used first.
