@@ -35,7 +35,6 @@ Host::FindBar::FindBar(QPlainTextEdit *editor)
     addWidget(m_message);
     connect(m_sought, &QLineEdit::returnPressed, this, [this] { find(); });
     connect(m_replacement, &QLineEdit::returnPressed, this, [this] { replace(); });
-    hide();
 }
 
 void Host::FindBar::open()

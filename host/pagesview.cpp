@@ -105,6 +105,7 @@ void Host::PagesView::showParagraph(int index)
     mark.cursor = QTextCursor(block);
     mark.cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
     mark.format.setBackground(QColor(0xff, 0xf3, 0xc4));
+    mark.format.setProperty(QTextFormat::FullWidthSelection, true); // a blank line has no letters
     setExtraSelections({mark});
     setTextCursor(QTextCursor(block));
     // Not at an edge: what stands around it is of interest too.

@@ -106,6 +106,7 @@ Host::Window::Window()
     const QSettings kept = settings();
     restoreGeometry(kept.value(QStringLiteral("geometry")).toByteArray());
     restoreState(kept.value(QStringLiteral("state")).toByteArray());
+    m_findBar->hide();
     m_beside->restoreState(kept.value(QStringLiteral("split")).toByteArray());
     zoom(kept.value(QStringLiteral("zoom")).toInt());
     m_highlighter->setDark(isDark(palette()));
@@ -370,6 +371,7 @@ void Host::Window::exportAs()
 /// Takes over what another program has written, unless there are changes here: then saving asks.
 void Host::Window::checkDisk()
 {
+    m_watcher.addPath(m_path); // A file that is replaced, by a save too, is watched no more.
     if (bytesOf(m_path) == m_onDisk)
         return;
     if (!isWindowModified() && QFileInfo::exists(m_path)) {
@@ -381,18 +383,18 @@ void Host::Window::checkDisk()
         cursor.setPosition(std::min(position, m_editor->document()->characterCount() - 1));
         m_editor->setTextCursor(cursor);
     }
-    m_watcher.addPath(m_path); // A file that is replaced is watched no more.
     statusBar()->showMessage("The file was changed by another program."_L1, 10000);
 }
 
 void Host::Window::offerLeftBehind()
 {
-    static QStringList declined; // in this run of the program
+    static QStringList asked; // in this run of the program, by another window too
     const QStringList files = Recovery::leftBehind();
     for (const QString &file : files) {
         Recovery::Copy copy;
-        if (declined.contains(file) || !Recovery::read(file, &copy))
+        if (asked.contains(file) || !Recovery::read(file, &copy))
             continue;
+        asked.append(file);
         const QString name =
             copy.path.isEmpty() ? QString("Untitled"_L1) : QFileInfo(copy.path).fileName();
         const bool isOlder = copy.time < QFileInfo(copy.path).lastModified();
@@ -402,10 +404,8 @@ void Host::Window::offerLeftBehind()
                     .arg(name, QLocale().toString(copy.time, QLocale::ShortFormat))
                 + (isOlder ? " The file on the disk is newer."_L1 : ""_L1),
             QMessageBox::Open | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Open);
-        if (answer == QMessageBox::Cancel) {
-            declined.append(file);
+        if (answer == QMessageBox::Cancel)
             continue;
-        }
         if (answer == QMessageBox::Open) {
             const bool here = !isWindowModified() && (m_path.isEmpty() || m_path == copy.path);
             Window *window = here ? this : another();
