@@ -140,7 +140,8 @@ private Q_SLOTS:
         QTextCursor cursor(&text);
         Host::Highlighter highlighter(&text);
         Host::PagesView pages;
-        for (QString script : {u"a\n"_s, u"a\n\nb\n"_s, u"a\n"_s, u"c\n\na\n"_s, u"a\n"_s, u""_s}) {
+        for (const QString &script :
+             {u"a\n"_s, u"a\n\nb\n"_s, u"a\n"_s, u"c\n\na\n"_s, u"a\n"_s, u""_s}) {
             pages.setScript(Host::read(script));
             QCOMPARE(pages.toPlainText(), script.trimmed().replace(u"\n\n"_s, u"\n"_s));
         }
