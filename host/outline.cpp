@@ -3,6 +3,7 @@
 
 #include "host/outline.h"
 
+#include "host/lines.h"
 #include "host/pages.h"
 #include "model/literals_p.h"
 
@@ -95,7 +96,7 @@ Host::Outline Host::outlineOf(const QString &text)
     QHash<QString, int> characters, places;
     for (int i = 0; i < outline.script.size(); ++i) {
         const Paragraph &paragraph = outline.script.at(i);
-        const QString words = paragraph.text();
+        const QString words = textOf(printedLines(paragraph.stretches).value(0));
         if (paragraph.type == QFnElement::Character)
             ++characters[words.section(u'(', 0, 0).trimmed()];
         if (paragraph.type != QFnElement::SceneHeading)

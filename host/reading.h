@@ -9,9 +9,9 @@
 #include <QtCore/QString>
 #include <QtCore/QVector>
 
-/// The host's one reading of a script. The library tells what kind of paragraph a line is; around
-/// that the reading keeps what the library drops or joins: lines, keywords, comments and marks that
-/// do not pair up.
+/// The host's one reading of a script, and the way back. The library tells what kind of paragraph a
+/// line is; around that the reading keeps what the library drops or joins: lines, keywords,
+/// comments and marks that do not pair up.
 namespace Host {
 
 /// A piece of a paragraph with one look.
@@ -21,7 +21,8 @@ struct Stretch
 
     QString text;     ///< A piece of the source, with QChar::LineSeparator for the line ends in it.
     int emphasis = 0; ///< Flags of Emphasis.
-    /// Notes or Boneyard: a note or comment within a line, with its marks. Undefined: text.
+    /// Notes or Boneyard: of a note or comment. Undefined: text. Working material within a line has
+    /// its marks, and so does the number of a scene, which counts as a note.
     QFnElement::Type working = QFnElement::Undefined;
     int start = -1; ///< Index of its first UTF-16 unit in the source, -1 where there is no source.
 
@@ -41,7 +42,7 @@ struct Paragraph
     int start = 0;          ///< Index in the source of the first UTF-16 unit of its first line.
     int end = 0;            ///< Index behind the last unit of its last line, the line end included.
     QVector<Stretch> stretches; ///< The text, without the marks that tell kind and emphasis.
-    QString sceneNumber;        ///< Of a heading, else empty.
+    QString sceneNumber;        ///< Of a heading, without its marks. Else empty.
     int depth = 0;              ///< Of a section, else 0.
     /// How it stands in the source, with the line end behind it and the blank line above it. Empty
     /// where writing gives the same without it.

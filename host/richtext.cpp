@@ -3,10 +3,8 @@
 
 #include "host/richtext.h"
 
-#include "host/reading.h"
 #include "host/records.h"
 #include "host/writing.h"
-#include "model/literals_p.h"
 
 #include <QtGui/QTextBlock>
 #include <QtGui/QTextCursor>
@@ -15,12 +13,8 @@
 
 #include <utility>
 
+namespace Host {
 namespace {
-
-using Host::Form;
-using Host::Paragraph;
-using Host::Stretch;
-using Zem::operator""_L1;
 
 constexpr int shownLetters = 40;  // of a paragraph in a message
 constexpr int partSize = 1 << 20; // UTF-16 units of HTML that are read at once
@@ -28,8 +22,8 @@ constexpr int partSize = 1 << 20; // UTF-16 units of HTML that are read at once
 QTextBlockFormat blockFormatOf(const Paragraph &paragraph)
 {
     const QString name =
-        paragraph.titlePage ? Host::titlePageName() : QFnElement::toString(paragraph.type);
-    QTextBlockFormat format = ZEMScriptElement::find(Host::records(), name).blockFormat;
+        paragraph.titlePage ? titlePageName() : QFnElement::toString(paragraph.type);
+    QTextBlockFormat format = ZEMScriptElement::find(records(), name).blockFormat;
     if (paragraph.centred)
         format.setAlignment(Qt::AlignHCenter);
     if (paragraph.depth > 1)
@@ -46,7 +40,7 @@ QTextCharFormat textFormatOf(const Stretch &stretch, QFnElement::Type type)
         format.setFontItalic(true);
     if (stretch.emphasis & Stretch::Underline)
         format.setFontUnderline(true);
-    const QColor colour = Host::workingColour(stretch.working ? stretch.working : type);
+    const QColor colour = workingColour(stretch.working ? stretch.working : type);
     if (colour.isValid())
         format.setForeground(colour);
     return format;
@@ -55,27 +49,11 @@ QTextCharFormat textFormatOf(const Stretch &stretch, QFnElement::Type type)
 Stretch stretchOf(const QTextFragment &fragment)
 {
     const QTextCharFormat format = fragment.charFormat();
-    Stretch stretch;
-    stretch.text = fragment.text();
     // Bold text in HTML of Qt 5 has the weight that Qt 6 calls DemiBold.
-    stretch.emphasis = (format.fontWeight() >= QFont::DemiBold ? Stretch::Bold : 0)
-                       | (format.fontItalic() ? Stretch::Italic : 0)
-                       | (format.underlineStyle() ? Stretch::Underline : 0);
-    return stretch;
-}
-
-/// The stretches of a paragraph with the number of a scene behind its heading, where rich text has
-/// it.
-QVector<Stretch> shownStretches(const Paragraph &paragraph)
-{
-    QVector<Stretch> stretches = paragraph.stretches;
-    if (!paragraph.sceneNumber.isEmpty()) {
-        Stretch number;
-        number.text = " #"_L1 + paragraph.sceneNumber + u'#';
-        number.working = QFnElement::Notes;
-        stretches.append(number);
-    }
-    return stretches;
+    const int emphasis = (format.fontWeight() >= QFont::DemiBold ? Stretch::Bold : 0)
+                         | (format.fontItalic() ? Stretch::Italic : 0)
+                         | (format.underlineStyle() ? Stretch::Underline : 0);
+    return {fragment.text(), emphasis, QFnElement::Undefined, -1};
 }
 
 /// The stretches as rich text tells them apart: by emphasis alone.
@@ -95,8 +73,8 @@ QVector<Stretch> merged(const QVector<Stretch> &stretches)
 Paragraph paragraphOf(const QTextBlock &block)
 {
     Paragraph paragraph;
-    const QFnElement::Type type = Host::typeOf(block);
-    paragraph.titlePage = Host::recordOf(block).name == Host::titlePageName();
+    const QFnElement::Type type = typeOf(block);
+    paragraph.titlePage = recordOf(block).name == titlePageName();
     if (paragraph.titlePage)
         paragraph.type = QFnElement::General;
     else if (type == QFnElement::PageBreak || (type != QFnElement::Undefined && block.length() > 1))
@@ -107,14 +85,11 @@ Paragraph paragraphOf(const QTextBlock &block)
         paragraph.depth = block.blockFormat().indent() + 1;
     for (auto it = block.begin(); !it.atEnd(); ++it) {
         if (paragraph.source.isEmpty())
-            paragraph.source = Host::sourceOfAnchor(it.fragment().charFormat().anchorNames());
+            paragraph.source = sourceOfAnchor(it.fragment().charFormat().anchorNames());
         paragraph.stretches.append(stretchOf(it.fragment()));
     }
-    if (paragraph.type == QFnElement::PageBreak && paragraph.stretches.isEmpty()) {
-        Stretch mark;
-        mark.text = QStringLiteral("===");
-        paragraph.stretches.append(mark);
-    }
+    if (paragraph.type == QFnElement::PageBreak && paragraph.stretches.isEmpty())
+        paragraph.stretches.append({QStringLiteral("==="), 0, QFnElement::Undefined, -1});
     paragraph.stretches = merged(paragraph.stretches);
     return paragraph;
 }
@@ -124,7 +99,7 @@ bool isSame(const Paragraph &read, const Paragraph &wanted)
 {
     return read.type == wanted.type && read.titlePage == wanted.titlePage
            && read.centred == wanted.centred && read.depth == wanted.depth
-           && merged(shownStretches(read)) == wanted.stretches;
+           && merged(read.stretches) == wanted.stretches;
 }
 
 QString shown(const Paragraph &paragraph)
@@ -157,14 +132,13 @@ void appendParagraphs(const QTextDocument &document, QVector<Paragraph> *paragra
 {
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
         Paragraph paragraph = paragraphOf(block);
-        if (!Host::hasEmphasis(paragraph.type) && takeEmphasis(&paragraph))
-            tell(int(paragraphs->size()), paragraph, QStringLiteral("loses its emphasis"),
-                 messages);
+        if (!hasEmphasis(paragraph.type) && takeEmphasis(&paragraph))
+            tell(int(paragraphs->size()), paragraph, "loses its emphasis"_L1, messages);
         paragraphs->append(paragraph);
     }
     // The one block of an empty document is no blank line, unless it says so.
     const bool saysNothing = paragraphs->size() == 1 && paragraphs->first().stretches.isEmpty();
-    if (saysNothing && document.begin().userState() != Host::blankLineState)
+    if (saysNothing && document.begin().userState() != blankLineState)
         paragraphs->clear();
 }
 
@@ -181,11 +155,11 @@ Attempt attempt(const QVector<Paragraph> &paragraphs, const QVector<Form> &forms
     QVector<int> ends;
     for (int i = 0; i < paragraphs.size(); ++i) {
         const Paragraph *above = i > 0 ? &paragraphs.at(i - 1) : nullptr;
-        made.text += Host::written(paragraphs.at(i), above, forms.at(i));
+        made.text += written(paragraphs.at(i), above, forms.at(i));
         ends.append(int(made.text.size()));
     }
-    const QVector<Paragraph> read = Host::read(made.text);
-    auto found = read.cbegin();
+    const QVector<Paragraph> readBack = read(made.text);
+    auto found = readBack.cbegin();
     for (int i = 0; i < paragraphs.size(); ++i) {
         while (found->end < ends.at(i))
             ++found;
@@ -216,20 +190,19 @@ QString writtenScript(const QVector<Paragraph> &paragraphs, QStringList *message
     made = attempt(paragraphs, forms);
     for (const auto &wrong : qAsConst(made.wrong))
         tell(wrong.first, paragraphs.at(wrong.first),
-             QStringLiteral("has no form in the script and becomes ") + shown(wrong.second),
-             messages);
+             "has no form in the script and becomes "_L1 + shown(wrong.second), messages);
     return made.text;
 }
 
 } // namespace
 
-void Host::insertParagraph(const Paragraph &paragraph, QTextCursor *cursor)
+void insertParagraph(const Paragraph &paragraph, QTextCursor *cursor)
 {
     cursor->setBlockFormat(blockFormatOf(paragraph));
     // The source of a paragraph that is not written as custom has it goes along as the name of an
     // anchor: nothing is seen of it, and HTML keeps it.
     QString source = paragraph.source;
-    for (const Stretch &stretch : shownStretches(paragraph)) {
+    for (const Stretch &stretch : paragraph.stretches) {
         QTextCharFormat format = textFormatOf(stretch, paragraph.type);
         if (!source.isEmpty()) {
             format.setAnchor(true);
@@ -240,7 +213,7 @@ void Host::insertParagraph(const Paragraph &paragraph, QTextCursor *cursor)
     }
 }
 
-void Host::importScript(const QString &text, QTextDocument *document)
+void importScript(const QString &text, QTextDocument *document)
 {
     const QVector<Paragraph> paragraphs = read(text);
     document->setDefaultFont(scriptFont());
@@ -257,14 +230,14 @@ void Host::importScript(const QString &text, QTextDocument *document)
     cursor.endEditBlock();
 }
 
-QString Host::exportScript(const QTextDocument &document, QStringList *messages)
+QString exportScript(const QTextDocument &document, QStringList *messages)
 {
     QVector<Paragraph> paragraphs;
     appendParagraphs(document, &paragraphs, messages);
     return writtenScript(paragraphs, messages);
 }
 
-QString Host::exportHtml(QString html, QStringList *messages)
+QString exportHtml(QString html, QStringList *messages)
 {
     // Each block that Qt writes stands on a line of its own, if no table or list is around it.
     const QLatin1String blockStart = "\n<p "_L1;
@@ -284,3 +257,5 @@ QString Host::exportHtml(QString html, QStringList *messages)
     html.clear();
     return writtenScript(paragraphs, messages);
 }
+
+} // namespace Host

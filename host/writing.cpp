@@ -3,7 +3,7 @@
 
 #include "host/writing.h"
 
-#include "host/marks.h"
+#include "model/qfndocument.h"
 #include "parser/qfnfastparser.h"
 
 #include <algorithm>
@@ -49,8 +49,6 @@ QString markedLines(const Paragraph &paragraph, bool forced)
         return noteOpen + text + noteClose;
     if (paragraph.type == QFnElement::Boneyard)
         return commentOpen + text + commentClose;
-    if (!paragraph.sceneNumber.isEmpty())
-        text += " #"_L1 + paragraph.sceneNumber + u'#';
     const KindMark *mark = kindMarkOf(paragraph.type);
     if (!mark)
         return text;
@@ -64,20 +62,39 @@ QString markedLines(const Paragraph &paragraph, bool forced)
            + text;
 }
 
-bool isBlankLine(const Paragraph &paragraph)
-{
-    return paragraph.type == QFnElement::Action && isBlank(paragraph.text());
-}
-
 /// Whether custom has a blank line between two paragraphs.
 bool arePartedByBlank(const Paragraph &above, const Paragraph &below)
 {
+    const bool isBlankLine = below.type == QFnElement::Action && isBlank(below.text());
     const bool isSpeech =
         below.type == QFnElement::Dialogue || below.type == QFnElement::Parenthetical;
-    return !isBlankLine(below) && !isSpeech && !(above.titlePage && below.titlePage);
+    return !isBlankLine && !isSpeech && !(above.titlePage && below.titlePage);
 }
 
 } // namespace
+
+const KindMark *kindMarkOf(QFnElement::Type type)
+{
+    const auto found = std::find_if(std::begin(kindMarks), std::end(kindMarks),
+                                    [type](const KindMark &mark) { return mark.type == type; });
+    return found == std::end(kindMarks) ? nullptr : found;
+}
+
+bool isBlank(QStringView text)
+{
+    return std::all_of(text.begin(), text.end(), [](QChar c) { return isBlank(c); });
+}
+
+QFnElement::Type kindOf(QString line, bool blankBelow, QFnFastParser *parser)
+{
+    // The library takes the key of a title page for one in any line.
+    parser->buffer = line;
+    parser->initParser();
+    if (QFnFastParser::isTitlePageKey(parser->nextToken().text.toUpper()))
+        line[0] = line.at(0).isUpper() ? u'X' : u'x';
+    parser->parse(line + (blankBelow ? "\n\n"_L1 : "\nx\n"_L1));
+    return parser->document->elements.first()->type;
+}
 
 QString written(const Paragraph &paragraph, const Paragraph *above, Form form)
 {

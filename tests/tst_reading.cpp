@@ -3,7 +3,6 @@
 
 #include "files.h"
 #include "fuzz/scripts.h"
-#include "host/reading.h"
 #include "host/writing.h"
 #include "rows.h"
 
