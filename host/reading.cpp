@@ -17,6 +17,7 @@ namespace {
 // marks of its own, so no script that goes through rich text has them.
 constexpr QChar noteMask = u'\uFDD0';
 constexpr QChar commentMask = u'\uFDD1';
+constexpr QChar endOfInput = u'\uFFFF'; // to the library, wherever it stands
 
 bool isMask(QChar c)
 {
@@ -28,7 +29,6 @@ bool isMask(QChar c)
 /// script, as in the library.
 QString masked(const QString &source)
 {
-    constexpr QChar endOfInput = u'\uFFFF'; // to the library, wherever it stands
     QString text = source;
     const int size = int(text.size());
     std::replace_if(
@@ -78,6 +78,11 @@ constexpr char markLook = 0x08; // none of the text
 constexpr char noteLook = 0x10;
 constexpr char commentLook = 0x20;
 
+char lookOf(QChar c)
+{
+    return c == noteMask ? noteLook : c == commentMask ? commentLook : char(0);
+}
+
 QFnElement::Type workingType(char look)
 {
     return look & noteLook      ? QFnElement::Notes
@@ -121,10 +126,11 @@ struct SourceLine
     QStringView masked;
 };
 
-/// Where the text of a line stands, and where the marks on both sides of it that tell its kind.
+/// A line without the notes and comments at its ends. Around its text stand the marks that tell its
+/// kind; behind the text of a heading stands its number.
 struct Inner
 {
-    int mark, start, end, behind;
+    int mark, start, end, behind; ///< The text is from start to end.
 };
 
 /// One pass over a script.
@@ -302,10 +308,11 @@ private:
             ++inner.start;
         const QString heading = m_source.mid(inner.start, line.end - inner.start);
         const QString number = type == QFnElement::SceneHeading ? numberOf(heading) : QString();
-        if (!number.isEmpty())
+        if (!number.isEmpty()) {
             inner.end -= int(number.size()) + 2;
-        while (!number.isEmpty() && inner.end > inner.start && isBlank(m_source.at(inner.end - 1)))
-            --inner.end;
+            while (inner.end > inner.start && isBlank(m_source.at(inner.end - 1)))
+                --inner.end;
+        }
         if (type != QFnElement::Action && inner.behind == line.end && isBlank(textOf(inner)))
             return readAction(line, innerOf(line));
         add(line, type, inner, below);
@@ -345,16 +352,13 @@ private:
     {
         const QFnElement::Type type = m_paragraphs.last().type;
         QByteArray looks(line.end - line.start, 0);
+        std::transform(line.masked.begin(), line.masked.end(), looks.begin(), lookOf);
         const auto lookAt = [&](int index) { return looks.begin() + (index - line.start); };
         std::fill(lookAt(inner.mark), lookAt(inner.start), markLook);
         std::fill(lookAt(inner.end), lookAt(inner.behind),
                   type == QFnElement::SceneHeading ? noteLook : markLook);
         if (hasEmphasis(type))
             emphasise(m_masked.mid(inner.start, inner.end - inner.start), lookAt(inner.start));
-        for (int at = line.start; at < line.end; ++at) {
-            const QChar c = m_masked.at(at);
-            *lookAt(at) |= c == noteMask ? noteLook : c == commentMask ? commentLook : 0;
-        }
         for (int at = line.start; at < line.end;) {
             const int start = at;
             const char look = *lookAt(start);
