@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <vector>
 
 namespace Host {
 namespace {
@@ -351,9 +352,9 @@ private:
     void addText(const SourceLine &line, const Inner &inner)
     {
         const QFnElement::Type type = m_paragraphs.last().type;
-        QByteArray looks(line.end - line.start, 0);
+        std::vector<char> looks(std::size_t(line.end - line.start));
         std::transform(line.masked.begin(), line.masked.end(), looks.begin(), lookOf);
-        const auto lookAt = [&](int index) { return looks.begin() + (index - line.start); };
+        const auto lookAt = [&](int index) { return looks.data() + (index - line.start); };
         std::fill(lookAt(inner.mark), lookAt(inner.start), markLook);
         std::fill(lookAt(inner.end), lookAt(inner.behind),
                   type == QFnElement::SceneHeading ? noteLook : markLook);
