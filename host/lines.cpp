@@ -100,17 +100,20 @@ QVector<Host::Line> Host::printedLines(const QVector<Stretch> &stretches)
     QVector<Line> lines{Line()};
     bool behindCut = false;
     bool lineIsCut = false;
+    bool isCutInFront = false;
+    bool hasText = false;
     const auto endLine = [&] {
         chopBlanks(&lines.last());
-        if (lineIsCut)
+        if (isCutInFront)
             lines.last() = trimmed(lines.last());
         if (lineIsCut && lines.last().isEmpty())
             lines.removeLast();
-        behindCut = lineIsCut = false;
+        behindCut = lineIsCut = isCutInFront = hasText = false;
     };
     for (Stretch piece : stretches) {
         if (piece.working) {
             behindCut = lineIsCut = true;
+            isCutInFront = isCutInFront || !hasText;
             continue;
         }
         const QStringList parts = piece.text.split(QChar::LineSeparator);
@@ -129,6 +132,7 @@ QVector<Host::Line> Host::printedLines(const QVector<Stretch> &stretches)
             else
                 lines.last().append(piece);
             behindCut = false;
+            hasText = hasText || piece.text.count(u' ') < piece.text.size();
         }
     }
     endLine();

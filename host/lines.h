@@ -24,8 +24,9 @@ Line sliced(const Line &line, int start, int length = -1);
 /// \a line without the blanks at both ends.
 Line trimmed(const Line &line);
 
-/// The lines of \a stretches, parted at U+2028, without the notes and comments in them. The blank
-/// beside a note goes with it, and so does a line that was nothing else.
+/// The lines of \a stretches, parted at U+2028, without the notes and comments in them and without
+/// the number of a scene. The blank beside a note goes with it, and so does a line that was nothing
+/// else.
 QVector<Line> printedLines(const QVector<Stretch> &stretches);
 
 /// \a line broken into lines of at most \a width letters, which is 2 or more, between words where

@@ -96,15 +96,18 @@ Host::Outline Host::outlineOf(const QString &text)
     QHash<QString, int> characters, places;
     for (int i = 0; i < outline.script.size(); ++i) {
         const Paragraph &paragraph = outline.script.at(i);
-        const QString words = textOf(printedLines(paragraph.stretches).value(0));
-        if (paragraph.type == QFnElement::Character)
-            ++characters[words.section(u'(', 0, 0).trimmed()];
-        if (paragraph.type != QFnElement::SceneHeading)
+        const bool isCue = paragraph.type == QFnElement::Character;
+        if (!isCue && paragraph.type != QFnElement::SceneHeading)
             continue;
-        ++places[words.section(" - "_L1, 0, 0).toUpper()];
+        const QString shown = textOf(printedLines(paragraph.stretches).value(0));
+        if (isCue) {
+            ++characters[shown.section(u'(', 0, 0).trimmed()];
+            continue;
+        }
+        ++places[shown.section(" - "_L1, 0, 0).toUpper()];
         const QString &number = paragraph.sceneNumber;
         outline.headings.append(i);
-        outline.scenes.append((number.isEmpty() ? QString() : number + "  "_L1) + words.toUpper());
+        outline.scenes.append((number.isEmpty() ? QString() : number + "  "_L1) + shown.toUpper());
     }
     outline.characters = byUse(characters);
     outline.places = byUse(places);

@@ -165,11 +165,8 @@ QVector<Line> continuedCue(const QVector<Row> &rows, int cue)
             line.last().text += u' ';
         line += rows.at(i).line.stretches;
     }
-    if (!Host::textOf(line).contains(QLatin1String("(CONT"))) {
-        Host::Stretch added;
-        added.text = QStringLiteral(" (CONT'D)");
-        line.append(added);
-    }
+    if (!Host::textOf(line).contains(QLatin1String("(CONT")))
+        line.append({QStringLiteral(" (CONT'D)")});
     return Host::wrapped(line, placeOf(QFnElement::Character).width).mid(0, longestCue);
 }
 
@@ -214,9 +211,7 @@ int endOfPage(const QVector<Row> &rows, int start, int used)
 
 Host::PageLine addedLine(int row, int column, const QString &text)
 {
-    Host::Stretch stretch;
-    stretch.text = text;
-    return {row, column, {stretch}, -1};
+    return {row, column, {Host::Stretch{text}}, -1};
 }
 
 /// Adds the line of \a row to \a page, with the number of the scene on both sides.

@@ -20,7 +20,7 @@ struct PageLine
 {
     int row = 0;                ///< from 0 to pageRows - 1
     int column = 0;             ///< in letters from the left edge of the paper
-    QVector<Stretch> stretches; ///< without notes and comments
+    QVector<Stretch> stretches; ///< as printed: without notes, comments and the number of a scene
     int paragraph = -1;         ///< Index in the script, -1 for what the layout adds to it.
 };
 

@@ -74,7 +74,7 @@ QString visible(QStringView line)
 }
 
 // The look of a letter: flags of emphasis, and what it is beside that.
-constexpr char emphasisFlags = 0x07;
+constexpr char emphasisFlags = Stretch::Underline | Stretch::Italic | Stretch::Bold;
 constexpr char markLook = 0x08; // none of the text
 constexpr char noteLook = 0x10;
 constexpr char commentLook = 0x20;
@@ -107,17 +107,6 @@ bool isParenthetical(const QString &line)
             return i > 0 && i == text.size() - 1;
     }
     return false;
-}
-
-/// The number behind the text of a heading: "4" of "INT. SEA #4#". Empty where there is none.
-QString numberOf(const QString &heading)
-{
-    const QString line = masked(heading);
-    const int last = int(line.size()) - 1;
-    const int open = line.endsWith(u'#') ? int(line.lastIndexOf(u'#', last - 1)) : -1;
-    const QString number = open > 0 ? heading.mid(open + 1, last - open - 1) : QString();
-    const auto isInNumber = [](QChar c) { return c.isLetterOrNumber() || c == u'.' || c == u'-'; };
-    return std::all_of(number.begin(), number.end(), isInNumber) ? number : QString();
 }
 
 /// A line of the source. Line ends within a note or comment do not end it.
@@ -185,6 +174,33 @@ private:
     QStringView textOf(const Inner &inner) const
     {
         return QStringView(m_source).mid(inner.start, inner.end - inner.start);
+    }
+
+    int withoutBlanks(int start, int end) const
+    {
+        while (end > start && isBlank(m_masked.at(end - 1)))
+            --end;
+        return end;
+    }
+
+    /// Takes the number off the text of a heading: "4" of "INT. SEA #4#". Empty where there is
+    /// none.
+    QString takeNumber(Inner *inner) const
+    {
+        const int start = inner->start;
+        const int close = withoutBlanks(start, inner->end) - 1;
+        if (close <= start || m_masked.at(close) != u'#')
+            return {};
+        const int open = int(QStringView(m_masked).mid(start, close - start).lastIndexOf(u'#'));
+        QString number =
+            open > 0 ? m_source.mid(start + open + 1, close - start - open - 1) : QString();
+        const auto isInNumber = [](QChar c) {
+            return c.isLetterOrNumber() || c == u'.' || c == u'-';
+        };
+        if (number.isEmpty() || !std::all_of(number.cbegin(), number.cend(), isInNumber))
+            return {};
+        inner->end = withoutBlanks(start, start + open);
+        return number;
     }
 
     /// Whether a paragraph may end with the line: a comment between it and a blank line is no text.
@@ -258,25 +274,26 @@ private:
     {
         const bool parts = !m_paragraphs.isEmpty() && line.end + 1 < m_source.size()
                            && !isBlank(lineAt(line.end + 1).masked);
+        const Place below = m_place == Top ? Top : Blank;
         if (!parts)
-            add(line, QFnElement::Action, innerOf(line), m_place);
-        m_place = m_place == Top ? Top : Blank;
+            add(line, QFnElement::Action, innerOf(line), below);
+        m_place = below;
     }
 
     /// Reads a line of notes and comments, which changes nothing in what stands around it.
     void readWorkingLine(const SourceLine &line)
     {
         const bool isNote = line.masked.front() == noteMask;
-        const int start = line.start + 2;
-        const int found = int(m_source.indexOf(isNote ? noteClose : commentClose, start));
-        const int end = found < 0 ? line.end : found;
-        const bool isOne = isMask(line.masked.front()) && (found < 0 || found + 2 == line.end);
+        const QStringView text = QStringView(m_source).mid(line.start, line.end - line.start);
+        const int found = int(text.indexOf(isNote ? noteClose : commentClose, 2));
+        const int end = found < 0 ? line.end : line.start + found;
+        const bool isOne = isMask(line.masked.front()) && (found < 0 || end + 2 == line.end);
         const Place below = m_place == Action ? OtherText // What follows begins a paragraph.
                             : m_place == Top  ? Blank     // No title page follows.
                                               : m_place;
-        if (isOne && start < end)
+        if (isOne && line.start + 2 < end)
             add(line, isNote ? QFnElement::Notes : QFnElement::Boneyard,
-                {line.start, start, end, line.end}, below);
+                {line.start, line.start + 2, end, line.end}, below);
         else
             add(line, QFnElement::Action, innerOf(line), below);
     }
@@ -307,13 +324,8 @@ private:
         if (depth > 0 && mark.takesBlank && inner.start < inner.end
             && m_source.at(inner.start) == u' ')
             ++inner.start;
-        const QString heading = m_source.mid(inner.start, line.end - inner.start);
-        const QString number = type == QFnElement::SceneHeading ? numberOf(heading) : QString();
-        if (!number.isEmpty()) {
-            inner.end -= int(number.size()) + 2;
-            while (inner.end > inner.start && isBlank(m_source.at(inner.end - 1)))
-                --inner.end;
-        }
+        const QString number = type == QFnElement::SceneHeading ? takeNumber(&inner) : QString();
+        // A note or comment behind the mark is text enough.
         if (type != QFnElement::Action && inner.behind == line.end && isBlank(textOf(inner)))
             return readAction(line, innerOf(line));
         add(line, type, inner, below);
@@ -334,6 +346,7 @@ private:
              bool goesOn = false)
     {
         if (goesOn) {
+            // The line end is a part of no note, and looks like the text in front of it.
             QVector<Stretch> &stretches = m_paragraphs.last().stretches;
             stretches.append({QChar(QChar::LineSeparator), stretches.last().emphasis,
                               QFnElement::Undefined, line.start - 1});

@@ -48,7 +48,7 @@ struct Paragraph
     /// where writing gives the same without it.
     QString source;
 
-    QString text() const; ///< The texts of the stretches.
+    QString text() const; ///< The texts of the stretches, with notes, comments and the number.
 };
 
 /// The paragraphs of \a source, whose lines end in LF. No text fails.

@@ -17,7 +17,7 @@ namespace Host {
 namespace {
 
 constexpr int shownLetters = 40;  // of a paragraph in a message
-constexpr int partSize = 1 << 20; // UTF-16 units of HTML that are read at once
+constexpr int partSize = 1 << 16; // UTF-16 units of HTML that are read at once
 
 QTextBlockFormat blockFormatOf(const Paragraph &paragraph)
 {
@@ -53,21 +53,18 @@ Stretch stretchOf(const QTextFragment &fragment)
     const int emphasis = (format.fontWeight() >= QFont::DemiBold ? Stretch::Bold : 0)
                          | (format.fontItalic() ? Stretch::Italic : 0)
                          | (format.underlineStyle() ? Stretch::Underline : 0);
-    return {fragment.text(), emphasis, QFnElement::Undefined, -1};
+    return {fragment.text(), emphasis};
 }
 
-/// The stretches as rich text tells them apart: by emphasis alone.
-QVector<Stretch> merged(const QVector<Stretch> &stretches)
+/// Each letter with its emphasis. That of a line end is not seen, so it counts for none.
+QVector<QPair<QChar, int>> lettersOf(const Paragraph &paragraph)
 {
-    QVector<Stretch> merged;
-    for (Stretch stretch : stretches) {
-        stretch.working = QFnElement::Undefined;
-        if (!merged.isEmpty() && merged.last().emphasis == stretch.emphasis)
-            merged.last().text += stretch.text;
-        else if (!stretch.text.isEmpty())
-            merged.append(stretch);
+    QVector<QPair<QChar, int>> letters;
+    for (const Stretch &stretch : paragraph.stretches) {
+        for (const QChar c : stretch.text)
+            letters.append({c, c == QChar::LineSeparator ? 0 : stretch.emphasis});
     }
-    return merged;
+    return letters;
 }
 
 Paragraph paragraphOf(const QTextBlock &block)
@@ -89,8 +86,7 @@ Paragraph paragraphOf(const QTextBlock &block)
         paragraph.stretches.append(stretchOf(it.fragment()));
     }
     if (paragraph.type == QFnElement::PageBreak && paragraph.stretches.isEmpty())
-        paragraph.stretches.append({QStringLiteral("==="), 0, QFnElement::Undefined, -1});
-    paragraph.stretches = merged(paragraph.stretches);
+        paragraph.stretches.append({QStringLiteral("===")});
     return paragraph;
 }
 
@@ -99,7 +95,7 @@ bool isSame(const Paragraph &read, const Paragraph &wanted)
 {
     return read.type == wanted.type && read.titlePage == wanted.titlePage
            && read.centred == wanted.centred && read.depth == wanted.depth
-           && merged(read.stretches) == wanted.stretches;
+           && lettersOf(read) == lettersOf(wanted);
 }
 
 QString shown(const Paragraph &paragraph)
@@ -123,7 +119,6 @@ bool takeEmphasis(Paragraph *paragraph)
     int found = 0;
     for (Stretch &stretch : paragraph->stretches)
         found |= std::exchange(stretch.emphasis, 0);
-    paragraph->stretches = merged(paragraph->stretches);
     return found;
 }
 
@@ -207,6 +202,8 @@ void insertParagraph(const Paragraph &paragraph, QTextCursor *cursor)
         if (!source.isEmpty()) {
             format.setAnchor(true);
             format.setAnchorNames({sourceAnchor(cursor->blockNumber(), source)});
+            // Qt finds a format among others by such a number, but not by names.
+            format.setProperty(QTextFormat::UserProperty, cursor->blockNumber());
             source.clear();
         }
         cursor->insertText(stretch.text, format);
