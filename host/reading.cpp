@@ -144,8 +144,9 @@ public:
     }
 
 private:
-    /// What stands above the line that is read next.
-    enum Place { Top, TitlePage, Blank, OtherText, Action, Cue, Speech };
+    /// What stands above the line that is read next: nothing, the title page, the end of a block,
+    /// text that ends none, action that the line may go on, a cue or a speech.
+    enum Place { Top, TitlePage, BlockEnd, OtherText, OpenAction, Cue, Speech };
 
     SourceLine lineAt(int start) const
     {
@@ -236,20 +237,20 @@ private:
         if (!hasNothing && isBlank(text))
             return readWorkingLine(line);
         if (text.startsWith(u'!') && line.masked.size() > 1)
-            return readMarkedLine(line, QFnElement::Action, Action);
+            return readMarkedLine(line, QFnElement::Action, OpenAction);
         if (text.startsWith(u'>') && text.endsWith(u'<') && text.size() > 1)
             return readCentredLine(line);
         if (isPageBreak(text))
-            return add(line, QFnElement::PageBreak, innerOf(line), Blank);
+            return add(line, QFnElement::PageBreak, innerOf(line), BlockEnd);
         if (m_place == Cue || m_place == Speech)
             return add(line,
                        isParenthetical(text) ? QFnElement::Parenthetical : QFnElement::Dialogue,
                        innerOf(line), Speech);
         if (text.startsWith(u'#'))
-            return readMarkedLine(line, QFnElement::SectionHeading, Blank);
+            return readMarkedLine(line, QFnElement::SectionHeading, BlockEnd);
         if (text.startsWith(u'='))
-            return readMarkedLine(line, QFnElement::Synopsis, Blank);
-        const bool opensBlock = m_place == Top || m_place == Blank;
+            return readMarkedLine(line, QFnElement::Synopsis, BlockEnd);
+        const bool opensBlock = m_place == Top || m_place == BlockEnd;
         switch (opensBlock ? kindOf(text, isBlankBelow(line), &m_parser) : QFnElement::Action) {
         case QFnElement::SceneHeading:
             return readMarkedLine(line, QFnElement::SceneHeading, OtherText);
@@ -274,7 +275,7 @@ private:
     {
         const bool parts = !m_paragraphs.isEmpty() && line.end + 1 < m_source.size()
                            && !isBlank(lineAt(line.end + 1).masked);
-        const Place below = m_place == Top ? Top : Blank;
+        const Place below = m_place == Top ? Top : BlockEnd;
         if (!parts)
             add(line, QFnElement::Action, innerOf(line), below);
         m_place = below;
@@ -288,9 +289,9 @@ private:
         const int found = int(text.indexOf(isNote ? noteClose : commentClose, 2));
         const int end = found < 0 ? line.end : line.start + found;
         const bool isOne = isMask(line.masked.front()) && (found < 0 || end + 2 == line.end);
-        const Place below = m_place == Action ? OtherText // What follows begins a paragraph.
-                            : m_place == Top  ? Blank     // No title page follows.
-                                              : m_place;
+        const Place below = m_place == OpenAction ? OtherText // What follows begins a paragraph.
+                            : m_place == Top      ? BlockEnd  // No title page follows.
+                                                  : m_place;
         if (isOne && line.start + 2 < end)
             add(line, isNote ? QFnElement::Notes : QFnElement::Boneyard,
                 {line.start, line.start + 2, end, line.end}, below);
@@ -335,8 +336,8 @@ private:
 
     void readAction(const SourceLine &line, const Inner &inner, bool centred = false)
     {
-        const bool goesOn = m_place == Action && m_paragraphs.last().centred == centred;
-        add(line, QFnElement::Action, inner, Action, goesOn);
+        const bool goesOn = m_place == OpenAction && m_paragraphs.last().centred == centred;
+        add(line, QFnElement::Action, inner, OpenAction, goesOn);
         m_paragraphs.last().centred = centred;
     }
 
