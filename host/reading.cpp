@@ -59,8 +59,8 @@ QString masked(const QString &source)
     return text;
 }
 
-/// A masked \a line without its notes and comments: no blank stands behind one at its front, and
-/// one blank where two would meet around them.
+/// A masked \a line without its notes and comments: no blank stands beside one at an end of the
+/// line, and one blank where two would meet around them.
 QString visible(QStringView line)
 {
     QString text;
@@ -70,6 +70,8 @@ QString visible(QStringView line)
         if (!isMask(line.at(i)) && !(isBesideBlank && isBlank(line.at(i))))
             text += line.at(i);
     }
+    if (!text.isEmpty() && isBlank(text.back()) && isMask(line.back()))
+        text.chop(1);
     return text;
 }
 
@@ -96,14 +98,20 @@ bool isPageBreak(const QString &line)
     return line.startsWith("==="_L1) && line.count(u'=') == line.trimmed().size();
 }
 
+bool isCentred(const QString &line)
+{
+    const QString text = line.trimmed();
+    return line.startsWith(u'>') && text.endsWith(u'<') && text.size() > 1;
+}
+
 /// Whether the line is in parentheses as a whole.
 bool isParenthetical(const QString &line)
 {
     const QString text = line.trimmed();
     int depth = 0;
-    for (int i = 0; i < text.size() && (depth > 0 || i == 0); ++i) {
+    for (int i = 0; i < text.size(); ++i) {
         depth += text.at(i) == u'(' ? 1 : text.at(i) == u')' ? -1 : 0;
-        if (depth == 0)
+        if (depth <= 0)
             return i > 0 && i == text.size() - 1;
     }
     return false;
@@ -238,7 +246,7 @@ private:
             return readWorkingLine(line);
         if (text.startsWith(u'!') && line.masked.size() > 1)
             return readMarkedLine(line, QFnElement::Action, OpenAction);
-        if (text.startsWith(u'>') && text.endsWith(u'<') && text.size() > 1)
+        if (isCentred(text))
             return readCentredLine(line);
         if (isPageBreak(text))
             return add(line, QFnElement::PageBreak, innerOf(line), BlockEnd);
@@ -303,7 +311,7 @@ private:
     {
         Inner inner = innerOf(line);
         ++inner.start;
-        --inner.end;
+        inner.end = withoutBlanks(inner.start, inner.end) - 1;
         if (inner.end - inner.start > 2 && m_source.at(inner.start) == u' '
             && m_source.at(inner.end - 1) == u' ') {
             ++inner.start;
