@@ -73,14 +73,14 @@ int Host::lettersOf(const QString &text)
     return countedLetters(text).last();
 }
 
-Host::Line Host::sliced(const Line &line, int start, int length)
+Host::Line Host::sliced(const Line &line, int start, int end)
 {
     Line slice;
     int index = 0;
     for (Stretch piece : line) {
         const int from = std::max(start - index, 0);
         index += int(piece.text.size());
-        const int over = length < 0 ? 0 : std::max(index - start - length, 0);
+        const int over = std::max(index - end, 0);
         piece.text = piece.text.mid(from, std::max(int(piece.text.size()) - from - over, 0));
         if (!piece.text.isEmpty())
             slice.append(piece);
@@ -160,7 +160,7 @@ QVector<Host::Line> Host::wrapped(const Line &line, int width)
             end = std::max(int(breaks.toPreviousBoundary()), blank + 1);
             end = end > start ? end : full;
         }
-        Line piece = sliced(line, start, end - start);
+        Line piece = sliced(line, start, end);
         chopBlanks(&piece);
         lines.append(piece);
         start = end;

@@ -9,6 +9,8 @@
 #include <QtCore/QString>
 #include <QtCore/QVector>
 
+#include <limits>
+
 /// Stretches of text as lines of a width that is counted in letters. An accent counts with its
 /// letter, and a wide East Asian letter counts two.
 namespace Host {
@@ -18,8 +20,8 @@ using Line = QVector<Stretch>;
 QString textOf(const Line &line);
 int lettersOf(const QString &text);
 
-/// The \a length UTF-16 units of \a line from \a start on, to its end if -1.
-Line sliced(const Line &line, int start, int length = -1);
+/// The UTF-16 units of \a line from \a start to \a end, which may be behind the last.
+Line sliced(const Line &line, int start, int end = std::numeric_limits<int>::max());
 
 /// \a line without the blanks at both ends.
 Line trimmed(const Line &line);
