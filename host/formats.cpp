@@ -43,7 +43,8 @@ QByteArray makeHtml(const Host::Work &work, QString *)
 {
     QTextDocument document;
     fill(&document, work);
-    document.setMetaInformation(QTextDocument::DocumentTitle, titleOf(work));
+    // Qt writes the title as it stands.
+    document.setMetaInformation(QTextDocument::DocumentTitle, titleOf(work).toHtmlEscaped());
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     return document.toHtml("utf-8").toUtf8();
 #else
