@@ -93,6 +93,8 @@ bool checkFaces(const QVector<Host::Page> &pages, QString *problem)
 /// Draws \a stretch at \a row and \a column, in letters.
 void draw(const Host::Stretch &stretch, int row, int column, QPainter *painter)
 {
+    // An accent that is a character of its own may come from another face, and beside its letter.
+    const QString text = stretch.text.normalized(QString::NormalizationForm_C);
     QFont font = Host::scriptFont();
     font.setBold(stretch.emphasis & Host::Stretch::Bold);
     font.setItalic(stretch.emphasis & Host::Stretch::Italic);
@@ -101,10 +103,10 @@ void draw(const Host::Stretch &stretch, int row, int column, QPainter *painter)
     painter->save();
     painter->translate(column * letterWidth, firstBaseline + row * lineHeight);
     // Faces differ by a hair, and those of other scripts by much. None leaves its columns.
-    const qreal own = QFontMetricsF(font, painter->device()).horizontalAdvance(stretch.text);
-    const qreal room = Host::lettersOf(stretch.text) * letterWidth;
+    const qreal own = QFontMetricsF(font, painter->device()).horizontalAdvance(text);
+    const qreal room = Host::lettersOf(text) * letterWidth;
     painter->scale(std::min(room / own, 1.0), 1);
-    painter->drawText(QPointF(), stretch.text);
+    painter->drawText(QPointF(), text);
     painter->restore();
 }
 
@@ -152,9 +154,14 @@ QByteArray Host::toPdf(const QVector<Page> &pages, const QString &title,
 QPageSize::PageSizeId Host::customaryPaper()
 {
     constexpr QLocale::Country letterCountries[] = {
-        QLocale::AnyCountry,  QLocale::UnitedStates, QLocale::Canada,   QLocale::Mexico,
-        QLocale::Philippines, QLocale::Chile,        QLocale::Colombia, QLocale::Venezuela};
+        QLocale::AnyCountry, QLocale::Belize,       QLocale::Canada,     QLocale::Chile,
+        QLocale::Colombia,   QLocale::CostaRica,    QLocale::ElSalvador, QLocale::Guatemala,
+        QLocale::Mexico,     QLocale::Nicaragua,    QLocale::Panama,     QLocale::Philippines,
+        QLocale::PuertoRico, QLocale::UnitedStates, QLocale::Venezuela};
+    QString locale; // QLocale::system() does not know of the paper.
+    for (const char *variable : {"LC_ALL", "LC_PAPER", "LANG"})
+        locale = locale.isEmpty() ? qEnvironmentVariable(variable) : locale;
     const auto found = std::find(std::begin(letterCountries), std::end(letterCountries),
-                                 QLocale::system().country());
+                                 QLocale(locale).country());
     return found == std::end(letterCountries) ? QPageSize::A4 : QPageSize::Letter;
 }

@@ -21,8 +21,8 @@ namespace Host {
 QByteArray toPdf(const QVector<Page> &pages, const QString &title, QPageSize::PageSizeId paper,
                  QString *problem);
 
-/// The paper that is customary where the user is: US Letter in a dozen countries and where nothing
-/// is known, A4 in all others.
+/// The paper that is customary in the country of the locale for paper: US Letter in a dozen
+/// countries and where nothing is known, A4 in all others.
 QPageSize::PageSizeId customaryPaper();
 
 } // namespace Host
