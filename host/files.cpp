@@ -22,16 +22,30 @@ constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
 constexpr QLatin1String lineEnds[] = {"\n"_L1, "\r\n"_L1,
                                       "\r"_L1}; // in the order of TextForm::LineEnd
 
+/// An encoding in which most of each Latin letter, and of a mark in front, is zero.
+struct WideEncoding
+{
+    const char *firstBytes; ///< 0 for a zero
+    const char *name;
+};
+
+constexpr WideEncoding wideEncodings[] = {
+    {"x0x0", "UTF-16LE"}, {"0x0x", "UTF-16BE"}, {"x000", "UTF-32LE"},
+    {"000x", "UTF-32BE"}, {"xx00", "UTF-32"},   {"00xx", "UTF-32"},
+};
+
 /// The encoding, other than UTF-8, that the first bytes of a file show. Null if none.
 const char *encodingOf(const QByteArray &bytes)
 {
-    if (bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF"))
-        return "UTF-16";
-    // Without a mark, half of each Latin letter is zero.
-    const auto zeros = [&bytes](int i) { return bytes.at(i) == 0 && bytes.at(i + 2) == 0; };
-    if (bytes.size() >= 4 && zeros(1))
-        return "UTF-16LE";
-    return bytes.size() >= 4 && zeros(0) ? "UTF-16BE" : nullptr;
+    QByteArray first = bytes.left(4);
+    std::replace_if(
+        first.begin(), first.end(), [](char c) { return c != 0; }, 'x');
+    first.replace('\0', '0');
+    for (const WideEncoding &encoding : wideEncodings) {
+        if (first == encoding.firstBytes)
+            return encoding.name;
+    }
+    return bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF") ? "UTF-16" : nullptr;
 }
 
 /// The index of the first byte at which \a bytes, read as \a text, is not UTF-8, or -1.

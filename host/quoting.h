@@ -17,10 +17,11 @@ inline QString quoted(QString text)
     return u'"' + text + u'"';
 }
 
-/// \a text as one word of a command for the shell.
+/// The name of a file as one word of a command for the shell, and no option of it.
 inline QString quotedForShell(QString text)
 {
-    return u'\'' + text.replace(QLatin1String("'"), QLatin1String("'\\''")) + u'\'';
+    return QLatin1String(text.startsWith(u'-') ? "./" : "") + u'\''
+           + text.replace(QLatin1String("'"), QLatin1String("'\\''")) + u'\'';
 }
 
 } // namespace Host
