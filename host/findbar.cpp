@@ -66,9 +66,11 @@ void Host::FindBar::find(QTextDocument::FindFlags direction)
 /// Replaces the place that is selected and goes to the next.
 void Host::FindBar::replace()
 {
-    const auto sensitive = m_case->isChecked() ? Qt::CaseSensitive : Qt::CaseInsensitive;
     QTextCursor cursor = m_editor->textCursor();
-    if (cursor.hasSelection() && cursor.selectedText().compare(m_sought->text(), sensitive) == 0)
+    const int start = cursor.selectionStart();
+    const QTextCursor found = m_editor->document()->find(m_sought->text(), start, flags());
+    if (cursor.hasSelection() && found.selectionStart() == start
+        && found.selectionEnd() == cursor.selectionEnd())
         cursor.insertText(m_replacement->text());
     find();
 }

@@ -41,38 +41,57 @@ void replace(QTextCursor *cursor, int from, int to, const QString &text, int sta
     cursor->setPosition(from + start + length, QTextCursor::KeepAnchor);
 }
 
-/// Puts \a mark around a part of one line, or takes it off, and selects the part. The runs of marks
-/// on both sides are taken in, so that bold is found around italics too.
-void toggleInLine(QTextCursor *cursor, int from, int to, const QString &mark)
+/// A part of one line without the blanks at its ends, and the runs of emphasis marks on both sides:
+/// bold is found around italics too.
+struct Part
 {
-    const QTextBlock block = cursor->document()->findBlock(from);
-    const QString text = block.text();
+    int left;
+    QString before, text, after;
+};
+
+Part partOf(const QTextBlock &block, int from, int to)
+{
+    const QString line = block.text();
     int start = from - block.position(), end = to - block.position();
-    while (start < end && isEmphasis(text.at(start)))
+    while (start < end && (isEmphasis(line.at(start)) || line.at(start).isSpace()))
         ++start;
-    while (end > start && isEmphasis(text.at(end - 1)))
+    while (end > start && (isEmphasis(line.at(end - 1)) || line.at(end - 1).isSpace()))
         --end;
     int left = start, right = end;
-    while (left > 0 && isEmphasis(text.at(left - 1)))
+    while (left > 0 && isEmphasis(line.at(left - 1)))
         --left;
-    while (right < text.size() && isEmphasis(text.at(right)))
+    while (right < line.size() && isEmphasis(line.at(right)))
         ++right;
-    QString before = text.mid(left, start - left), after = text.mid(end, right - end);
-    if (hasMark(before, mark) && hasMark(after, mark)) {
-        before.remove(before.lastIndexOf(mark), mark.size());
-        after.remove(after.indexOf(mark), mark.size());
-    } else {
-        before += mark;
-        after.prepend(mark);
+    return {block.position() + left, line.mid(left, start - left), line.mid(start, end - start),
+            line.mid(end, right - end)};
+}
+
+bool hasMark(const Part &part, const QString &mark)
+{
+    return hasMark(part.before, mark) && hasMark(part.after, mark);
+}
+
+/// Puts \a mark around \a part or takes it off, and selects the part.
+void setMark(QTextCursor *cursor, Part part, const QString &mark, bool on)
+{
+    const int right = part.left + int(part.before.size() + part.text.size() + part.after.size());
+    if (on && !hasMark(part, mark)) {
+        part.before += mark;
+        part.after.prepend(mark);
+    } else if (!on) {
+        part.before.remove(part.before.lastIndexOf(mark), mark.size());
+        part.after.remove(part.after.indexOf(mark), mark.size());
     }
-    replace(cursor, block.position() + left, block.position() + right,
-            before + text.mid(start, end - start) + after, int(before.size()), end - start);
+    replace(cursor, part.left, right, part.before + part.text + part.after, int(part.before.size()),
+            int(part.text.size()));
 }
 
 } // namespace
 
-QString Host::fountainFrom(const QString &html, QStringList *messages)
+QString Host::fountainFrom(QString html, QStringList *messages)
 {
+    // The first paragraph of what was copied loses its format by this mark in it.
+    html.remove(QLatin1String("<!--StartFragment-->"));
     QTextDocument document;
     document.setHtml(html);
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
@@ -97,10 +116,18 @@ Host::ScriptEditor::ScriptEditor()
             });
 }
 
+// Not toPlainText() nor Qt's own copy, which make blanks of those that do not break.
 QString Host::ScriptEditor::text() const
 {
-    // Not toPlainText(), which makes blanks of those that do not break.
     return document()->toRawText().replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+}
+
+QMimeData *Host::ScriptEditor::createMimeDataFromSelection() const
+{
+    auto *copied = new QMimeData; // The clipboard takes it.
+    copied->setText(
+        textCursor().selectedText().replace(QChar::ParagraphSeparator, QLatin1Char('\n')));
+    return copied;
 }
 
 void Host::ScriptEditor::setOffers(const QStringList &characters, const QStringList &places)
@@ -113,22 +140,24 @@ void Host::ScriptEditor::toggleEmphasis(const QString &mark)
 {
     QTextCursor cursor = textCursor();
     const int start = cursor.selectionStart(), end = cursor.selectionEnd();
+    QVector<Part> parts; // from the last line up, so that the places above hold
     QTextBlock block = document()->findBlock(end);
-    QTextCursor last; // the end of the last part, which moves along with what changes above
-    cursor.beginEditBlock();
-    // From the last line up, so that the places above hold.
     for (; block.isValid() && block.position() + block.length() > start; block = block.previous()) {
-        const int from = std::max(start, block.position());
-        const int to = std::min(end, block.position() + block.length() - 1);
-        if (from == to && start != end)
-            continue;
-        toggleInLine(&cursor, from, to, mark);
-        if (last.isNull())
-            last = cursor;
+        const int lineEnd = block.position() + block.length() - 1;
+        const Part part = partOf(block, std::max(start, block.position()), std::min(end, lineEnd));
+        if (!part.text.isEmpty() || start == end)
+            parts.append(part);
     }
-    cursor.endEditBlock();
-    if (last.isNull())
+    if (parts.isEmpty())
         return;
+    const bool on = !std::all_of(parts.cbegin(), parts.cend(),
+                                 [&mark](const Part &part) { return hasMark(part, mark); });
+    cursor.beginEditBlock();
+    setMark(&cursor, parts.first(), mark, on);
+    const QTextCursor last = cursor; // moves along with what changes above
+    for (int i = 1; i < parts.size(); ++i)
+        setMark(&cursor, parts.at(i), mark, on);
+    cursor.endEditBlock();
     cursor.setPosition(cursor.selectionStart());
     cursor.setPosition(last.selectionEnd(), QTextCursor::KeepAnchor);
     setTextCursor(cursor);
@@ -140,8 +169,11 @@ void Host::ScriptEditor::toggleAround(const QString &opening, const QString &clo
     const int start = cursor.selectionStart(), end = cursor.selectionEnd();
     const QString all = text(), selected = all.mid(start, end - start);
     const int left = start - int(opening.size()), right = end + int(closing.size());
-    if (left >= 0 && all.mid(left, opening.size()) == opening
-        && all.mid(end, closing.size()) == closing)
+    const int inside = end - start - int(opening.size()) - int(closing.size());
+    if (inside >= 0 && selected.startsWith(opening) && selected.endsWith(closing))
+        replace(&cursor, start, end, selected.mid(opening.size(), inside), 0, inside);
+    else if (left >= 0 && all.mid(left, opening.size()) == opening
+             && all.mid(end, closing.size()) == closing)
         replace(&cursor, left, right, selected, 0, end - start);
     else
         replace(&cursor, start, end, opening + selected + closing, int(opening.size()),
@@ -165,7 +197,10 @@ void Host::ScriptEditor::keyPressEvent(QKeyEvent *event)
         if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape)
             return event->ignore();
     }
-    QPlainTextEdit::keyPressEvent(event);
+    // A line separator, which Qt has for Shift, ends no line of a script.
+    QKeyEvent lineEnd(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    const bool endsLine = event->matches(QKeySequence::InsertLineSeparator);
+    QPlainTextEdit::keyPressEvent(endsLine ? &lineEnd : event);
     if (textCursor().blockNumber() != m_declined)
         m_declined = -1;
     const QString typed = event->text();

@@ -12,7 +12,7 @@ namespace Host {
 
 /// The Fountain text of the rich text \a html, null if no paragraph of it is one of a script. What
 /// the script cannot say is added to \a messages, a line for each paragraph.
-QString fountainFrom(const QString &html, QStringList *messages);
+QString fountainFrom(QString html, QStringList *messages);
 
 /// The text of a script, with the commands of a writer and offers to complete a line.
 ///
@@ -32,7 +32,8 @@ public:
     /// begins with INT or EXT, else \a characters.
     void setOffers(const QStringList &characters, const QStringList &places);
 
-    /// Puts \a mark, "*", "**" or "_", around what is selected in each line, or takes it off.
+    /// Puts \a mark, "*", "**" or "_", around what is selected in each line, or takes it off where
+    /// all lines have it.
     void toggleEmphasis(const QString &mark);
 
     /// Puts \a opening and \a closing around what is selected, or takes them off.
@@ -48,6 +49,7 @@ Q_SIGNALS:
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     bool canInsertFromMimeData(const QMimeData *source) const override;
+    QMimeData *createMimeDataFromSelection() const override;
     void insertFromMimeData(const QMimeData *source) override;
 
 private:
