@@ -20,6 +20,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <utility>
 
 namespace {
@@ -133,11 +134,12 @@ ExitCode edit(const Options &options, int argc, char **argv)
     if (QStringList{QStringLiteral("offscreen"), QStringLiteral("minimal")}.contains(
             QGuiApplication::platformName()))
         endWithoutDisplay();
-    Host::Window window;
+    auto window = std::make_unique<Host::Window>();
     QString error;
-    if (!options.paths.isEmpty() && !window.open(options.paths.first(), &error))
+    if (!options.paths.isEmpty() && !window->open(options.paths.first(), &error))
         return report(error, Failure);
-    window.show();
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window.release()->show();
     return QApplication::exec() == 0 ? Success : Failure;
 }
 

@@ -76,6 +76,8 @@ int Host::Outline::sceneOf(int paragraph) const
 
 QString Host::Outline::placeOf(int paragraph) const
 {
+    if (paragraph < 0)
+        return {};
     const Paragraph &one = script.at(paragraph);
     const int page = pages.at(paragraph);
     QStringList parts;

@@ -28,7 +28,8 @@ struct Outline
     /// The index of the scene that \a paragraph belongs to, -1 for none.
     int sceneOf(int paragraph) const;
 
-    /// Kind and page of \a paragraph and the words of the script, for a person to read.
+    /// Kind and page of \a paragraph and the words of the script, for a person to read. Empty for
+    /// -1.
     QString placeOf(int paragraph) const;
 };
 

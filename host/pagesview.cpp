@@ -114,6 +114,12 @@ void Host::PagesView::showParagraph(int index)
         verticalScrollBar()->setValue(verticalScrollBar()->value() + top - height / 3);
 }
 
+/// Not as in QTextEdit, where the wheel takes another size of letters.
+void Host::PagesView::wheelEvent(QWheelEvent *event)
+{
+    QAbstractScrollArea::wheelEvent(event);
+}
+
 void Host::PagesView::resizeEvent(QResizeEvent *event)
 {
     const int free = width() - verticalScrollBar()->sizeHint().width() - pageWidth;

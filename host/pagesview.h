@@ -26,6 +26,7 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
 
 private:
     QVector<Paragraph> m_script; ///< what is shown, never empty

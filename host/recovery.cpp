@@ -48,6 +48,12 @@ void Host::Recovery::put(const QString &path, const QString &text)
     });
 }
 
+bool Host::Recovery::hasFailed()
+{
+    m_writer.waitForDone();
+    return m_failed;
+}
+
 void Host::Recovery::remove()
 {
     m_writer.waitForDone();

@@ -8,8 +8,6 @@
 #include <QtCore/QLockFile>
 #include <QtCore/QThreadPool>
 
-#include <atomic>
-
 namespace Host {
 
 /// The copy of the unsaved text of one window, in a file of its own among the user's data.
@@ -31,8 +29,8 @@ public:
     /// Writes \a text of the script at \a path over the copy before. Does not wait for the disk.
     void put(const QString &path, const QString &text);
 
-    /// Whether the last copy could not be written.
-    bool hasFailed() const { return m_failed; }
+    /// Whether the last copy could not be written. Waits for it.
+    bool hasFailed();
 
     /// Takes the copy away.
     void remove();
@@ -46,8 +44,8 @@ public:
 private:
     QString m_file;
     QLockFile m_lock;
-    std::atomic<bool> m_failed{false};
-    QThreadPool m_writer; ///< One thread: a copy never overtakes a later one.
+    bool m_failed = false; ///< Read when no copy is being written.
+    QThreadPool m_writer;  ///< One thread: a copy never overtakes a later one.
 };
 
 } // namespace Host

@@ -16,6 +16,7 @@
 #include <QtCore/QSettings>
 #include <QtGui/QCloseEvent>
 #include <QtGui/QTextBlock>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QDockWidget>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLabel>
@@ -36,6 +37,7 @@ using Zem::operator""_L1;
 
 constexpr auto readDelay = 250ms; // of typing, before the script is read
 constexpr auto copyDelay = 2s;    // the most that a crash may cost
+constexpr auto diskDelay = 200ms; // another program may still be writing
 constexpr int recentCount = 8;
 constexpr QLatin1String program = "zemscript"_L1;
 
@@ -47,6 +49,11 @@ QSettings settings()
 bool isDark(const QPalette &colours)
 {
     return colours.color(QPalette::Base).lightness() < colours.color(QPalette::Text).lightness();
+}
+
+bool isRichText(const QString &path)
+{
+    return QFileInfo(path).suffix().compare("html"_L1, Qt::CaseInsensitive) == 0;
 }
 
 QByteArray bytesOf(const QString &path)
@@ -102,7 +109,10 @@ Host::Window::Window()
     });
     connect(m_editor, &ScriptEditor::richTextInserted, this, &Window::tell);
     connect(m_editor, &QPlainTextEdit::cursorPositionChanged, this, &Window::showPlace);
-    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, &Window::checkDisk);
+    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this,
+            [this] { m_diskPause.start(diskDelay); });
+    m_diskPause.setSingleShot(true);
+    connect(&m_diskPause, &QTimer::timeout, this, &Window::checkDisk);
     const QSettings kept = settings();
     restoreGeometry(kept.value(QStringLiteral("geometry")).toByteArray());
     restoreState(kept.value(QStringLiteral("state")).toByteArray());
@@ -146,24 +156,26 @@ void Host::Window::addFileMenu()
     add(menu, "&Save"_L1, QStringLiteral("Ctrl+S"), [this] { saveTo(m_path); });
     add(menu, "Save &As..."_L1, QStringLiteral("Ctrl+Shift+S"), [this] { saveTo(QString()); });
     add(menu, "&Export..."_L1, QStringLiteral("Ctrl+E"), [this] { exportAs(); });
-    add(menu, "&Quit"_L1, QStringLiteral("Ctrl+Q"), [this] { close(); });
+    add(menu, "&Quit"_L1, QStringLiteral("Ctrl+Q"), &QApplication::closeAllWindows);
 }
 
 void Host::Window::addEditMenu()
 {
     QMenu *menu = menuBar()->addMenu("&Edit"_L1);
-    QAction *undo = add(menu, "&Undo"_L1, QStringLiteral("Ctrl+Z"), [this] { m_editor->undo(); });
-    QAction *redo =
-        add(menu, "&Redo"_L1, QStringLiteral("Ctrl+Shift+Z"), [this] { m_editor->redo(); });
+    // The find bar and the pages have these too.
+    const auto whereFocusIs = [this](const char *slot) {
+        return [this, slot] { QMetaObject::invokeMethod(focusWidget(), slot); };
+    };
+    QAction *undo = add(menu, "&Undo"_L1, QStringLiteral("Ctrl+Z"), whereFocusIs("undo"));
+    QAction *redo = add(menu, "&Redo"_L1, QStringLiteral("Ctrl+Shift+Z"), whereFocusIs("redo"));
     undo->setEnabled(false);
     redo->setEnabled(false);
     connect(m_editor, &QPlainTextEdit::undoAvailable, undo, &QAction::setEnabled);
     connect(m_editor, &QPlainTextEdit::redoAvailable, redo, &QAction::setEnabled);
     menu->addSeparator();
-    add(menu, "Cu&t"_L1, QStringLiteral("Ctrl+X"), [this] { m_editor->cut(); });
-    add(menu, "&Copy"_L1, QStringLiteral("Ctrl+C"),
-        [this] { m_pages->hasFocus() ? m_pages->copy() : m_editor->copy(); });
-    add(menu, "&Paste"_L1, QStringLiteral("Ctrl+V"), [this] { m_editor->paste(); });
+    add(menu, "Cu&t"_L1, QStringLiteral("Ctrl+X"), whereFocusIs("cut"));
+    add(menu, "&Copy"_L1, QStringLiteral("Ctrl+C"), whereFocusIs("copy"));
+    add(menu, "&Paste"_L1, QStringLiteral("Ctrl+V"), whereFocusIs("paste"));
     menu->addSeparator();
     add(menu, "&Find and Replace..."_L1, QStringLiteral("Ctrl+F; Ctrl+H"),
         [this] { m_findBar->open(); });
@@ -190,6 +202,7 @@ void Host::Window::addViewMenu()
     m_sceneView->setResizeMode(QListView::Adjust);
     m_sceneView->setSpacing(2);
     m_sceneView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_sceneView->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // or Qt cuts what it wraps
     m_sceneView->setEditTriggers(QListView::NoEditTriggers);
     const auto goToScene = [this](const QModelIndex &scene) {
         m_editor->goTo(m_outline.script.at(m_outline.headings.at(scene.row())).start);
@@ -220,28 +233,29 @@ bool Host::Window::open(const QString &path, QString *error)
 {
     const bool isNameless = !QFileInfo::exists(path) && QFileInfo(path).suffix().isEmpty();
     const QFileInfo info(isNameless ? path + QLatin1String(".fountain") : path);
-    const bool isRichText = info.suffix().compare(QLatin1String("html"), Qt::CaseInsensitive) == 0;
+    const bool comesIn = isRichText(path);
     QString text;
     QStringList messages;
     TextForm form;
-    if (info.exists() && !readText(path, &text, error, &form))
+    if ((comesIn || info.exists()) && !readText(info.filePath(), &text, error, &form))
         return false;
-    if (isRichText) {
+    if (comesIn) {
         text = fountainFrom(text, &messages);
         if (text.isNull())
             return fail(path, "has no paragraphs of a script"_L1, error);
         form = TextForm();
     }
     m_form = form;
-    setText(text, isRichText ? QString() : info.filePath(), isRichText);
+    setText(text, comesIn ? QString() : info.filePath(), comesIn);
     tell(messages);
     return true;
 }
 
 bool Host::Window::save(const QString &path, QString *error)
 {
-    const QByteArray bytes = toBytes(m_editor->text(), m_form);
-    if (!saveBytes(path, bytes, error)) {
+    if (isRichText(path))
+        return fail(path, "rich text is written by Export"_L1, error);
+    if (!saveBytes(path, toBytes(m_editor->text(), m_form), error)) {
         m_editor->document()->setModified(true);
         return false;
     }
@@ -317,7 +331,9 @@ bool Host::Window::mayLoseChanges()
 void Host::Window::openAfterQuestion(const QString &path)
 {
     QString error;
-    if (!path.isEmpty() && mayLoseChanges())
+    if (!path.isEmpty() && !QFileInfo::exists(path))
+        warnUnless(fail(path, "no such file"_L1, &error), error);
+    else if (!path.isEmpty() && mayLoseChanges())
         warnUnless(open(path, &error), error);
 }
 
@@ -358,14 +374,18 @@ void Host::Window::exportAs()
     const QString path = askForPath("Export"_L1, formatNames().split(QStringLiteral(", ")));
     if (path.isEmpty())
         return;
-    QString error = path + ": unknown ending"_L1;
+    QString error;
     const Format *format = formatOf(QFileInfo(path).suffix());
-    QByteArray bytes;
-    if (format) {
+    if (!format || path == m_path) {
+        fail(path, format ? "is the script itself"_L1 : "unknown ending"_L1, &error);
+    } else {
         const QString name = QFileInfo(m_path).completeBaseName();
-        bytes = format->make({m_editor->text(), name, false, customaryPaper()}, &error);
+        const QByteArray bytes =
+            format->make({m_editor->text(), name, false, customaryPaper()}, &error);
+        if (error.isEmpty() || !bytes.isEmpty())
+            saveBytes(path, bytes, &error);
     }
-    warnUnless(!bytes.isEmpty() && saveBytes(path, bytes, &error), error);
+    warnUnless(error.isEmpty(), error);
 }
 
 /// Takes over what another program has written, unless there are changes here: then saving asks.
@@ -374,7 +394,9 @@ void Host::Window::checkDisk()
     m_watcher.addPath(m_path); // A file that is replaced, by a save too, is watched no more.
     if (bytesOf(m_path) == m_onDisk)
         return;
-    if (!isWindowModified() && QFileInfo::exists(m_path)) {
+    if (!QFileInfo::exists(m_path)) {
+        m_editor->document()->setModified(true); // What is here is the last of it.
+    } else if (!isWindowModified()) {
         const int position = m_editor->textCursor().position();
         QString error;
         if (!warnUnless(open(m_path, &error), error))
@@ -414,6 +436,8 @@ void Host::Window::offerLeftBehind()
                 readText(copy.path, &ignored, &error, &window->m_form);
             window->setText(copy.text, copy.path, true);
             window->show();
+            if (window->m_recovery.hasFailed())
+                continue;
         }
         QFile::remove(file);
     }
@@ -443,7 +467,7 @@ void Host::Window::showOutline(const Outline &outline)
         m_scenes.setStringList(outline.scenes);
     const auto showPages = [this] {
         m_pages->setScript(m_outline.script);
-        m_paragraph = -1;
+        m_paragraph.reset();
         showPlace();
     };
     // By itself: keys that were pressed meanwhile go first.
@@ -454,7 +478,7 @@ void Host::Window::showOutline(const Outline &outline)
 void Host::Window::showPlace()
 {
     const int paragraph = m_outline.paragraphAt(m_editor->textCursor().position());
-    if (paragraph < 0 || paragraph == m_paragraph)
+    if (m_paragraph == paragraph)
         return;
     m_paragraph = paragraph;
     m_pages->showParagraph(paragraph);
@@ -464,8 +488,9 @@ void Host::Window::showPlace()
 
 void Host::Window::zoom(int points)
 {
-    m_zoom += points;
-    m_editor->zoomIn(points);
+    const int wanted = std::max(-6, std::min(m_zoom + points, 60));
+    m_editor->zoomIn(wanted - m_zoom);
+    m_zoom = wanted;
 }
 
 void Host::Window::changeEvent(QEvent *event)

@@ -14,6 +14,7 @@
 #include <QtWidgets/QMainWindow>
 
 #include <functional>
+#include <optional>
 
 class QLabel;
 class QListView;
@@ -88,15 +89,16 @@ private:
     Highlighter *m_highlighter;
     QStringListModel m_scenes;
     Outline m_outline;
-    int m_revision = -1;  ///< Of the text when it last changed.
-    int m_zoom = 0;       ///< Points that the text is larger than by custom.
-    int m_paragraph = -1; ///< The index of the one under the cursor.
-    QString m_path;       ///< Empty for a script that was never saved.
+    int m_revision = -1;            ///< Of the text when it last changed.
+    int m_zoom = 0;                 ///< Points that the text is larger than by custom.
+    std::optional<int> m_paragraph; ///< What is shown to be under the cursor, -1 in no paragraph.
+    QString m_path;                 ///< Empty for a script that was never saved.
     TextForm m_form;
     QByteArray m_onDisk; ///< The bytes of the file when it was last read or written.
     QFileSystemWatcher m_watcher;
     QTimer m_pause;     ///< Runs from a change until the script is read again.
     QTimer m_copyTimer; ///< Runs from a change until a copy is put aside.
+    QTimer m_diskPause; ///< Runs from a change of the file until it is looked at.
     Recovery m_recovery;
     QThreadPool m_reader; ///< The last member: it waits for its threads before any other goes.
 };

@@ -101,6 +101,8 @@ private Q_SLOTS:
         create(path(), input.toUtf8());
         open(path());
         type(u"x"_s, Qt::Key_Backspace);
+        for (const Qt::Key one : {Qt::Key_A, Qt::Key_X, Qt::Key_V})
+            key(one, Qt::ControlModifier);
         key(Qt::Key_S, Qt::ControlModifier);
         QCOMPARE(contents(path()), input.toUtf8());
         QVERIFY(!m_window->isWindowModified());
@@ -132,6 +134,11 @@ private Q_SLOTS:
         type(u"Behind. "_s);
         QTRY_COMPARE(markedText(), u"Behind. A loud [[why?]] door."_s);
         QTRY_VERIFY(placeText().endsWith(u"16 words"_s));
+        m_editor->moveCursor(QTextCursor::End);
+        key(Qt::Key_Return, Qt::ShiftModifier);
+        QVERIFY(m_editor->text().endsWith(u"it?\n\n"_s));
+        m_editor->clear();
+        QTRY_COMPARE(placeText(), QString());
     }
 
     void whatChangesLooksAsIfItWereNew()
@@ -242,6 +249,9 @@ private Q_SLOTS:
             lines.append(block.layout()->lineCount());
         QCOMPARE(lines, (QList<int>{1, 2, 1, 1, 1, 2}));
         QVERIFY(!pages.document()->isUndoRedoEnabled());
+        QWheelEvent wheel({}, {}, {}, {0, 120}, {}, Qt::ControlModifier, {}, false);
+        QApplication::sendEvent(pages.viewport(), &wheel);
+        QCOMPARE(pages.document()->lastBlock().layout()->lineCount(), 2);
         // The paper is in the middle, if there is room on both sides.
         pages.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
         for (const int room : {200, 0}) {
@@ -374,12 +384,16 @@ private Q_SLOTS:
         open(path());
         m_editor->moveCursor(QTextCursor::End);
         QString error;
-        for (const QString &text : {u"Changed once."_s, u"Twice."_s, u"Two."_s}) {
+        for (const QString &text : {u"Changed once."_s, u"Twice."_s, u"Two"_s}) {
             QVERIFY(Host::saveBytes(path(), text.toUtf8(), &error)); // by another file in its place
             QTRY_COMPARE(m_editor->text(), text);
         }
         QVERIFY(m_window->statusBar()->currentMessage().contains(u"another program"_s));
-        QVERIFY(!m_window->isWindowModified() && m_editor->textCursor().position() == 4);
+        create(path(), ""); // by a program that takes its time
+        QTest::qWait(50);
+        create(path(), "Twofold");
+        QTRY_COMPARE(m_editor->text(), u"Twofold"_s);
+        QVERIFY(!m_window->isWindowModified() && m_editor->textCursor().position() == 3);
         key(Qt::Key_S, Qt::ControlModifier);
         QTest::qWait(100); // What was saved is noticed, and its successor watched.
         QVERIFY(Host::saveBytes(path(), "2wo.", &error));
@@ -395,6 +409,9 @@ private Q_SLOTS:
         answerNext(QMessageBox::Save);
         key(Qt::Key_S, Qt::ControlModifier);
         QCOMPARE(contents(path()), QByteArray("x2wo."));
+        QVERIFY(QFile::remove(path()));
+        QTRY_VERIFY(m_window->isWindowModified());
+        QCOMPARE(m_editor->text(), u"x2wo."_s);
     }
 
     void namesGetTheirEndings()
@@ -404,6 +421,8 @@ private Q_SLOTS:
         type(u"INT. A"_s);
         key(Qt::Key_S, Qt::ControlModifier);
         QCOMPARE(contents(m_folder->filePath(u"new.fountain"_s)), QByteArray("INT. A"));
+        open(m_folder->filePath(u"new"_s));
+        QCOMPARE(m_editor->text(), u"INT. A"_s);
         nameNext(m_folder->filePath(u"other"_s));
         key(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
         QCOMPARE(contents(m_folder->filePath(u"other.fountain"_s)), QByteArray("INT. A"));
@@ -425,9 +444,22 @@ private Q_SLOTS:
         QCOMPARE(m_editor->text(), u"INT. A"_s);
         open(m_folder->filePath(u"later.txt"_s)); // is not there either
         QVERIFY(m_window->windowTitle().startsWith(u"later.txt"_s));
+        nameNext(m_folder->filePath(u"empty.txt"_s));
+        key(Qt::Key_E, Qt::ControlModifier);
+        QVERIFY(QFile::exists(m_folder->filePath(u"empty.txt"_s)));
+        QString message;
+        nameNext(m_folder->filePath(u"later.txt"_s));
+        answerNext(QMessageBox::Ok, &message);
+        key(Qt::Key_E, Qt::ControlModifier);
+        QVERIFY2(message.endsWith(u"later.txt: is the script itself"_s), qPrintable(message));
         create(path(), "abc\xff");
         QString error;
         QVERIFY(!m_window->open(path(), &error) && error.contains(u"3"_s));
+        const QString page = m_folder->filePath(u"page.html"_s);
+        create(page, "<p>no script</p>");
+        QVERIFY(!m_window->open(page, &error) && error.contains(u"no paragraphs"_s));
+        QVERIFY(!m_window->save(page, &error) && error.contains(u"by Export"_s));
+        QVERIFY(!m_window->open(page + u".html"_s, &error) && error.contains(u"no such file"_s));
         QCOMPARE(m_editor->text(), QString());
     }
 
@@ -507,7 +539,7 @@ private Q_SLOTS:
         QTest::keyClick(m_pages, Qt::Key_C, Qt::ControlModifier);
         m_editor->clear();
         key(Qt::Key_V, Qt::ControlModifier);
-        QVERIFY2(m_editor->text().contains(u"ANNA\nWho *is* it?"_s), qPrintable(m_editor->text()));
+        QCOMPARE(m_editor->text(), u"INT. HALL - DAY\n\nANNA\nWho *is* it?\n"_s);
         // What a script cannot say is told.
         document.clear();
         QTextCursor cursor(&document);
@@ -520,6 +552,9 @@ private Q_SLOTS:
         m_editor->clear();
         paste(u"<p>A <b>b</b></p>"_s, u"A b"_s);
         QCOMPARE(m_editor->text(), u"A b"_s);
+        key(Qt::Key_F, Qt::ControlModifier);
+        action(u"&Paste"_s)->trigger();
+        QCOMPARE(m_window->findChild<QToolBar *>()->findChild<QLineEdit *>()->text(), u"A b"_s);
     }
 
     void changesAreNotLost()
@@ -576,8 +611,8 @@ private Q_SLOTS:
         QVERIFY(m_pages->isReadOnly() && m_editor->font().fixedPitch());
         QVERIFY(!action(u"&Undo"_s)->isEnabled() && !action(u"&Redo"_s)->isEnabled());
         const int points = m_editor->font().pointSize();
-        for (const Qt::Key sign : {Qt::Key_Plus, Qt::Key_Plus, Qt::Key_Minus})
-            key(sign, Qt::ControlModifier);
+        for (int i = 0; i < 27; ++i) // down to the least size, and up again
+            key(i < 20 ? Qt::Key_Minus : Qt::Key_Plus, Qt::ControlModifier);
         create(path(), "a");
         open(path());
         open(example);
@@ -608,6 +643,11 @@ private Q_SLOTS:
         QCOMPARE(recent->actions().value(1)->text(), path());
         recent->actions().value(0)->trigger();
         QCOMPARE(m_editor->text().toUtf8(), contents(example));
+        QVERIFY(QFile::remove(path()));
+        QString message;
+        answerNext(QMessageBox::Ok, &message);
+        recent->actions().value(1)->trigger();
+        QVERIFY2(message.endsWith(u"no such file"_s), qPrintable(message));
     }
 
     // With TST_WINDOW_LETTERS=200 it is the measurement of a long spell of typing.
@@ -619,6 +659,7 @@ private Q_SLOTS:
         goTo(u"Glass all round"_s, 13);
         QTRY_VERIFY(placeText().startsWith(u"Action  ·  Page 60 of 130"_s));
         QTest::qWait(500);
+        m_scenes->scrollToTop();
         QElapsedTimer clock;
         qint64 gap = 0;
         QTimer ticks;
@@ -632,6 +673,7 @@ private Q_SLOTS:
             QTest::keyClick(m_editor, i % 7 == 6 ? Qt::Key_Space : Qt::Key_A);
             QTest::qWait(i % 20 == 19 ? 600 : 67); // At a pause the script is read.
         }
+        QCOMPARE(m_scenes->verticalScrollBar()->value(), 0); // The list stays where it was.
         qInfo("%s, longest gap %lld ms", qPrintable(placeText()), gap);
         QVERIFY(gap < 500); // It is a tenth of that on an idle machine.
     }
