@@ -22,11 +22,9 @@ namespace {
 
 using Zem::operator""_L1;
 
-/// The title page is the first paragraph, so no more is read.
-QString titleOf(const Host::Work &work)
+QString titleOf(const Host::Work &work, const QVector<Host::Paragraph> &script)
 {
-    const QString titlePage = work.text.left(work.text.indexOf("\n\n"_L1));
-    const QString title = Host::titleOf(Host::read(titlePage));
+    const QString title = Host::titleOf(script);
     return title.isEmpty() ? work.name : title;
 }
 
@@ -44,7 +42,8 @@ QByteArray makeHtml(const Host::Work &work, QString *)
     QTextDocument document;
     fill(&document, work);
     // Qt writes the title as it stands.
-    document.setMetaInformation(QTextDocument::DocumentTitle, titleOf(work).toHtmlEscaped());
+    document.setMetaInformation(QTextDocument::DocumentTitle,
+                                titleOf(work, Host::read(work.text)).toHtmlEscaped());
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     return document.toHtml("utf-8").toUtf8();
 #else
@@ -71,8 +70,8 @@ QByteArray makeOdt(const Host::Work &work, QString *)
 
 QByteArray makePdf(const Host::Work &work, QString *problem)
 {
-    const QVector<Host::Page> pages = Host::layOut(Host::read(work.text));
-    return Host::toPdf(pages, titleOf(work), work.paper, problem);
+    const QVector<Host::Paragraph> script = Host::read(work.text);
+    return Host::toPdf(Host::layOut(script), titleOf(work, script), work.paper, problem);
 }
 
 QByteArray makeTxt(const Host::Work &work, QString *)

@@ -152,12 +152,15 @@ QVector<Host::Line> Host::wrapped(const Line &line, int width)
         const auto past =
             std::upper_bound(counts.cbegin(), counts.cend(), counts.at(start) + width);
         const int full = int(past - counts.cbegin()) - 1;
+        // The finder keeps numbers together with the blanks between them.
+        const auto mayEndAt = [&](int index) {
+            breaks.setPosition(index);
+            return breaks.isAtBoundary() || text.at(index - 1) == u' ';
+        };
         int end = full + blanksAt(text, full);
-        breaks.setPosition(end);
-        if (end == full && end < text.size() && !breaks.isAtBoundary()) {
-            // The finder keeps numbers together with the blanks between them.
-            const int blank = int(text.lastIndexOf(u' ', end - 1));
-            end = std::max(int(breaks.toPreviousBoundary()), blank + 1);
+        if (end == full && end < text.size()) {
+            while (end > start && !mayEndAt(end))
+                --end;
             end = end > start ? end : full;
         }
         Line piece = sliced(line, start, end);

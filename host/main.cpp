@@ -21,7 +21,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
-#include <utility>
 
 namespace {
 
@@ -102,7 +101,7 @@ ExitCode exportFile(const Options &options)
         return save(out, plainScript(document));
     }
     QStringList messages;
-    const QByteArray script = Host::exportHtml(std::move(html), &messages).toUtf8();
+    const QByteArray script = Host::exportHtml(html, &messages).toUtf8();
     for (const QString &message : qAsConst(messages))
         report(message, Success);
     return save(out, script);

@@ -15,10 +15,20 @@ namespace Host {
 namespace {
 
 // These stand for each letter of a note and of a comment while a script is read. Qt takes them for
-// marks of its own, so no script that goes through rich text has them.
+// marks of its own, so they have no other use here.
 constexpr QChar noteMask = u'\uFDD0';
 constexpr QChar commentMask = u'\uFDD1';
 constexpr QChar endOfInput = u'\uFFFF'; // to the library, wherever it stands
+
+/// The \a source without the characters that end a block of Qt's text, or stand for an object in
+/// it.
+QString readable(QString source)
+{
+    source.replace(QChar::ParagraphSeparator, u'\n');
+    for (const QChar c : {noteMask, commentMask, QChar(QChar::ObjectReplacementCharacter)})
+        source.replace(c, QChar::ReplacementCharacter);
+    return source;
+}
 
 bool isMask(QChar c)
 {
@@ -32,8 +42,7 @@ QString masked(const QString &source)
 {
     QString text = source;
     const int size = int(text.size());
-    std::replace_if(
-        text.begin(), text.end(), [](QChar c) { return isMask(c) || c == endOfInput; }, u'-');
+    text.replace(endOfInput, u'-');
     // What was found is kept, so that the search for each mark goes through the text once.
     const auto find = [&](QLatin1String mark, int from, int *found) {
         if (*found < from) {
@@ -59,6 +68,17 @@ QString masked(const QString &source)
     return text;
 }
 
+bool isBlankOrMask(QChar c)
+{
+    return isBlank(c) || isMask(c);
+}
+
+/// The index behind the last unit of \a text that \a is does not hold of.
+int endWithout(bool (*is)(QChar), QStringView text)
+{
+    return int(text.rend() - std::find_if_not(text.rbegin(), text.rend(), is));
+}
+
 /// A masked \a line without its notes and comments: no blank stands beside one at an end of the
 /// line, and one blank where two would meet around them.
 QString visible(QStringView line)
@@ -70,8 +90,9 @@ QString visible(QStringView line)
         if (!isMask(line.at(i)) && !(isBesideBlank && isBlank(line.at(i))))
             text += line.at(i);
     }
-    if (!text.isEmpty() && isBlank(text.back()) && isMask(line.back()))
-        text.chop(1);
+    const int end = endWithout(isBlank, line);
+    if (end > 0 && isMask(line.at(end - 1)))
+        text.truncate(endWithout(isBlank, text));
     return text;
 }
 
@@ -136,8 +157,8 @@ class Reader
 {
 public:
     explicit Reader(const QString &source)
-        : m_source(source)
-        , m_masked(masked(source))
+        : m_source(readable(source))
+        , m_masked(masked(m_source))
     {}
 
     QVector<Paragraph> paragraphs()
@@ -160,7 +181,7 @@ private:
     {
         const int found = int(m_masked.indexOf(u'\n', start));
         const int end = found < 0 ? int(m_masked.size()) : found;
-        return {start, end, QStringView(m_masked).mid(start, end - start)};
+        return {start, end, maskedFrom(start, end)};
     }
 
     /// The line from the first letter of its visible() text to the last, without marks.
@@ -185,30 +206,36 @@ private:
         return QStringView(m_source).mid(inner.start, inner.end - inner.start);
     }
 
-    int withoutBlanks(int start, int end) const
+    QStringView maskedFrom(int start, int end) const
     {
-        while (end > start && isBlank(m_masked.at(end - 1)))
-            --end;
-        return end;
+        return QStringView(m_masked).mid(start, end - start);
+    }
+
+    /// Ends the text at \a end. What stands behind it, up to a note or comment, is a mark.
+    void endText(int end, Inner *inner) const
+    {
+        const auto mask =
+            std::find_if(m_masked.cbegin() + end, m_masked.cbegin() + inner->end, isMask);
+        inner->behind = int(mask - m_masked.cbegin());
+        inner->end = end;
     }
 
     /// Takes the number off the text of a heading: "4" of "INT. SEA #4#". Empty where there is
     /// none.
     QString takeNumber(Inner *inner) const
     {
-        const int start = inner->start;
-        const int close = withoutBlanks(start, inner->end) - 1;
-        if (close <= start || m_masked.at(close) != u'#')
+        const QStringView text = maskedFrom(inner->start, inner->end);
+        const int close = endWithout(isBlankOrMask, text) - 1;
+        const int open = close > 0 ? int(text.left(close).lastIndexOf(u'#')) : -1;
+        if (open <= 0 || text.at(close) != u'#')
             return {};
-        const int open = int(QStringView(m_masked).mid(start, close - start).lastIndexOf(u'#'));
-        QString number =
-            open > 0 ? m_source.mid(start + open + 1, close - start - open - 1) : QString();
+        const QString number = text.mid(open + 1, close - open - 1).toString();
         const auto isInNumber = [](QChar c) {
             return c.isLetterOrNumber() || c == u'.' || c == u'-';
         };
         if (number.isEmpty() || !std::all_of(number.cbegin(), number.cend(), isInNumber))
             return {};
-        inner->end = withoutBlanks(start, start + open);
+        endText(inner->start + endWithout(isBlank, text.left(open)), inner);
         return number;
     }
 
@@ -310,13 +337,14 @@ private:
     void readCentredLine(const SourceLine &line)
     {
         Inner inner = innerOf(line);
+        int end = inner.start + endWithout(isBlankOrMask, maskedFrom(inner.start, inner.end)) - 1;
         ++inner.start;
-        inner.end = withoutBlanks(inner.start, inner.end) - 1;
-        if (inner.end - inner.start > 2 && m_source.at(inner.start) == u' '
-            && m_source.at(inner.end - 1) == u' ') {
+        if (end - inner.start > 2 && m_source.at(inner.start) == u' '
+            && m_source.at(end - 1) == u' ') {
             ++inner.start;
-            --inner.end;
+            --end;
         }
+        endText(end, &inner);
         const bool hasText = !isBlank(textOf(inner));
         readAction(line, hasText ? inner : innerOf(line), hasText);
     }
@@ -409,7 +437,8 @@ private:
     }
 
     /// Adds emphasis to the \a looks of the letters of \a text. Of its marks those of one kind open
-    /// and close in turn, open in front of text and close behind it. All others are text.
+    /// and close in turn, open in front of text and close behind it. All others are text, and so is
+    /// one behind a backslash.
     void emphasise(const QString &text, char *looks)
     {
         if (!text.contains(u'*') && !text.contains(u'_'))
@@ -424,6 +453,8 @@ private:
             if (found == std::end(emphasisMarks))
                 continue;
             const int start = m_parser.tokenStart + 1;
+            if (start > 0 && text.at(start - 1) == u'\\')
+                continue;
             const int end = m_parser.position + 1;
             int &open = opened[found - std::begin(emphasisMarks)];
             if (open > 0 && open < start && !isBlank(text.at(start - 1))) {
@@ -438,7 +469,7 @@ private:
         }
     }
 
-    const QString &m_source;
+    const QString m_source;
     const QString m_masked;
     QFnFastParser m_parser{nullptr};
     QVector<Paragraph> m_paragraphs;

@@ -6,6 +6,7 @@
 #include "host/records.h"
 #include "host/writing.h"
 
+#include <QtCore/QRegularExpression>
 #include <QtGui/QTextBlock>
 #include <QtGui/QTextCursor>
 #include <QtGui/QTextDocument>
@@ -100,7 +101,12 @@ bool isSame(const Paragraph &read, const Paragraph &wanted)
 
 QString shown(const Paragraph &paragraph)
 {
-    QString text = paragraph.text().replace(QChar(QChar::LineSeparator), u' ');
+    QString text;
+    for (const Stretch &stretch : paragraph.stretches) {
+        if (text.size() <= shownLetters) // A paragraph may be as long as the script.
+            text += stretch.text;
+    }
+    text.replace(QChar(QChar::LineSeparator), u' ');
     if (text.size() > shownLetters)
         text = text.left(shownLetters) + "..."_L1;
     return QStringLiteral("%1 \"%2\"").arg(QFnElement::toString(paragraph.type), text);
@@ -113,21 +119,15 @@ void tell(int index, const Paragraph &paragraph, const QString &fate, QStringLis
                              .arg(QString::number(index + 1), shown(paragraph), fate));
 }
 
-/// Takes away the emphasis that the kind of the paragraph has no marks for. False if there is none.
-bool takeEmphasis(Paragraph *paragraph)
-{
-    int found = 0;
-    for (Stretch &stretch : paragraph->stretches)
-        found |= std::exchange(stretch.emphasis, 0);
-    return found;
-}
-
 void appendParagraphs(const QTextDocument &document, QVector<Paragraph> *paragraphs,
                       QStringList *messages)
 {
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
         Paragraph paragraph = paragraphOf(block);
-        if (!hasEmphasis(paragraph.type) && takeEmphasis(&paragraph))
+        int lost = 0;
+        for (Stretch &stretch : paragraph.stretches)
+            lost |= hasEmphasis(paragraph.type) ? 0 : std::exchange(stretch.emphasis, 0);
+        if (lost)
             tell(int(paragraphs->size()), paragraph, "loses its emphasis"_L1, messages);
         paragraphs->append(paragraph);
     }
@@ -141,7 +141,7 @@ void appendParagraphs(const QTextDocument &document, QVector<Paragraph> *paragra
 struct Attempt
 {
     QString text;
-    QVector<QPair<int, Paragraph>> wrong; ///< Who reads back otherwise, and what is read there.
+    QVector<QPair<int, QString>> wrong; ///< Who reads back otherwise, and as what.
 };
 
 Attempt attempt(const QVector<Paragraph> &paragraphs, const QVector<Form> &forms)
@@ -156,10 +156,13 @@ Attempt attempt(const QVector<Paragraph> &paragraphs, const QVector<Form> &forms
     const QVector<Paragraph> readBack = read(made.text);
     auto found = readBack.cbegin();
     for (int i = 0; i < paragraphs.size(); ++i) {
+        const auto first = found;
         while (found->end < ends.at(i))
             ++found;
-        if (found->end != ends.at(i) || !isSame(*found, paragraphs.at(i)))
-            made.wrong.append({i, *found});
+        if (found != first || found->end != ends.at(i) || !isSame(*found, paragraphs.at(i)))
+            made.wrong.append({i, shown(*first) + (found == first ? ""_L1 : " and more"_L1)});
+        if (found->end == ends.at(i))
+            ++found;
     }
     return made;
 }
@@ -185,7 +188,7 @@ QString writtenScript(const QVector<Paragraph> &paragraphs, QStringList *message
     made = attempt(paragraphs, forms);
     for (const auto &wrong : qAsConst(made.wrong))
         tell(wrong.first, paragraphs.at(wrong.first),
-             "has no form in the script and becomes "_L1 + shown(wrong.second), messages);
+             "has no form in the script and becomes "_L1 + wrong.second, messages);
     return made.text;
 }
 
@@ -234,14 +237,13 @@ QString exportScript(const QTextDocument &document, QStringList *messages)
     return writtenScript(paragraphs, messages);
 }
 
-QString exportHtml(QString html, QStringList *messages)
+QString exportHtml(const QString &html, QStringList *messages)
 {
-    // Each block that Qt writes stands on a line of its own, if no table or list is around it.
+    // Each block that Qt writes stands on a line of its own, if nothing is around it.
     const QLatin1String blockStart = "\n<p "_L1;
-    const bool hasParts = html.contains("name=\"qrichtext\""_L1) && html.contains(blockStart)
-                          && !html.contains("<table"_L1) && !html.contains("<ul"_L1)
-                          && !html.contains("<ol"_L1);
-    const int head = hasParts ? int(html.indexOf(blockStart)) : 0;
+    const QRegularExpression container(QStringLiteral("<(table|ul|ol|div)"));
+    const bool hasParts = html.contains("name=\"qrichtext\""_L1) && !html.contains(container);
+    const int head = hasParts ? int(html.indexOf(u'>', html.indexOf("<body"_L1))) + 1 : 0;
     QVector<Paragraph> paragraphs;
     for (int start = head; start < html.size();) {
         const int next = hasParts ? int(html.indexOf(blockStart, start + partSize)) : -1;
@@ -251,7 +253,6 @@ QString exportHtml(QString html, QStringList *messages)
         appendParagraphs(part, &paragraphs, messages);
         start = end;
     }
-    html.clear();
     return writtenScript(paragraphs, messages);
 }
 

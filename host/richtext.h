@@ -31,7 +31,7 @@ QString exportScript(const QTextDocument &document, QStringList *messages = null
 
 /// The same of rich text that stands in \a html. A document that Qt wrote is read in parts, since
 /// reading HTML takes some fifty times the memory of its text.
-QString exportHtml(QString html, QStringList *messages = nullptr);
+QString exportHtml(const QString &html, QStringList *messages = nullptr);
 
 } // namespace Host
 

@@ -64,7 +64,9 @@ struct TitleLine
 QVector<TitleLine> titleLines(const QVector<Host::Paragraph> &script)
 {
     QVector<TitleLine> lines;
-    for (int i = 0; i < script.size() && script.at(i).titlePage; ++i) {
+    for (int i = 0; i < script.size(); ++i) {
+        if (!script.at(i).titlePage)
+            continue;
         const QString text = script.at(i).text();
         int start = int(text.indexOf(u':')) + 1;
         const int key = placeOf(text.left(start));

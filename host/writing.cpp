@@ -92,6 +92,10 @@ QFnElement::Type kindOf(QString line, bool blankBelow, QFnFastParser *parser)
     parser->initParser();
     if (QFnFastParser::isTitlePageKey(parser->nextToken().text.toUpper()))
         line[0] = line.at(0).isUpper() ? u'X' : u'x';
+    // And no keyword with a full stop in it: INT./EXT. is INT/EXT.
+    const int stop = int(line.indexOf("./"_L1));
+    if (stop > 0)
+        line.remove(stop, 1);
     parser->parse(line + (blankBelow ? "\n\n"_L1 : "\nx\n"_L1));
     return parser->document->elements.first()->type;
 }

@@ -125,8 +125,8 @@ private Q_SLOTS:
         if (QStandardPaths::findExecutable(u"pdftotext"_s).isEmpty())
             QSKIP("needs pdftotext");
         QString problem;
-        const auto script =
-            Host::read(u"Title: Sea\n\nINT. SEA #1#\n\n**Zoe\u0301** *waits*.\n\n===\n\nBEN\nHi.\n"_s);
+        const auto script = Host::read(
+            u"Title: Sea\n\nINT. SEA #1#\n\n**Zoe\u0301** *waits*.\n\n===\n\nBEN\nHi.\n"_s);
         const QTemporaryDir folder;
         const QString path = folder.filePath(u"x.pdf"_s);
         create(path, Host::toPdf(Host::layOut(script), u"The Sea"_s, QPageSize::A4, &problem));

@@ -111,6 +111,10 @@ private Q_SLOTS:
             QStringList messages;
             QVERIFY(Host::exportHtml(document.toHtml(), &messages) == longer);
             QCOMPARE(messages, QStringList());
+            QString html = document.toHtml();
+            html.insert(html.indexOf(u"\n<p "_s), u"<p>x</p>"_s);
+            const QString edited = Host::exportHtml(html);
+            QVERIFY(edited.startsWith(u"x\n"_s) && !edited.contains(u"\nx\n"_s));
         }
         // HTML of somebody else has no such parts.
         QCOMPARE(Host::exportHtml(u"<html><body><p>a</p><p>b</p></body></html>"_s), u"a\n\nb\n"_s);
