@@ -242,8 +242,10 @@ QString exportHtml(const QString &html, QStringList *messages)
     // Each block that Qt writes stands on a line of its own, if nothing is around it.
     const QLatin1String blockStart = "\n<p "_L1;
     const QRegularExpression container(QStringLiteral("<(table|ul|ol|div)"));
-    const bool hasParts = html.contains("name=\"qrichtext\""_L1) && !html.contains(container);
-    const int head = hasParts ? int(html.indexOf(u'>', html.indexOf("<body"_L1))) + 1 : 0;
+    const int body = int(html.indexOf("<body"_L1));
+    const bool hasParts =
+        body >= 0 && html.contains("name=\"qrichtext\""_L1) && !html.contains(container);
+    const int head = hasParts ? int(html.indexOf(u'>', body)) + 1 : 0;
     QVector<Paragraph> paragraphs;
     for (int start = head; start < html.size();) {
         const int next = hasParts ? int(html.indexOf(blockStart, start + partSize)) : -1;
