@@ -168,8 +168,7 @@ void Host::Window::addEditMenu()
     };
     QAction *undo = add(menu, "&Undo"_L1, QStringLiteral("Ctrl+Z"), whereFocusIs("undo"));
     QAction *redo = add(menu, "&Redo"_L1, QStringLiteral("Ctrl+Shift+Z"), whereFocusIs("redo"));
-    undo->setEnabled(false);
-    redo->setEnabled(false);
+    redo->setEnabled(false); // Of undo the first text tells.
     connect(m_editor, &QPlainTextEdit::undoAvailable, undo, &QAction::setEnabled);
     connect(m_editor, &QPlainTextEdit::redoAvailable, redo, &QAction::setEnabled);
     menu->addSeparator();

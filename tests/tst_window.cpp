@@ -473,9 +473,10 @@ private Q_SLOTS:
         open(path());
         QTRY_COMPARE(m_scenes->model()->rowCount(), 4);
         m_editor->moveCursor(QTextCursor::End);
-        const QHash<QChar, Qt::Key> keys = {{u'\n', Qt::Key_Return},   {u'↓', Qt::Key_Down},
-                                            {u'←', Qt::Key_Left},      {u'⎋', Qt::Key_Escape},
-                                            {u'⌫', Qt::Key_Backspace}, {u'⌤', Qt::Key_Enter}};
+        const QHash<QChar, Qt::Key> keys = {{u'\n', Qt::Key_Return}, {u'↓', Qt::Key_Down},
+                                            {u'←', Qt::Key_Left},    {u'→', Qt::Key_Right},
+                                            {u'⎋', Qt::Key_Escape},  {u'⌫', Qt::Key_Backspace},
+                                            {u'⌤', Qt::Key_Enter}};
         for (const QChar c : qAsConst(input)) {
             QWidget *popup = QApplication::activePopupWidget();
             QWidget *target = popup ? popup : m_editor;
