@@ -145,8 +145,8 @@ struct SourceLine
     QStringView masked;
 };
 
-/// A line without the notes and comments at its ends. Around its text stand the marks that tell its
-/// kind; behind the text of a heading stands its number.
+/// A line without the notes and comments at its front. Around its text stand the marks that tell
+/// its kind; behind the text of a heading stands its number.
 struct Inner
 {
     int mark, start, end, behind; ///< The text is from start to end.
@@ -184,21 +184,18 @@ private:
         return {start, end, maskedFrom(start, end)};
     }
 
-    /// The line from the first letter of its visible() text to the last, without marks.
+    /// The line from the first letter of its visible() text on, without marks.
     Inner innerOf(const SourceLine &line) const
     {
         int start = line.start;
-        int end = line.end;
         const auto isBehindMask = [&](int i) {
             return i > line.start && isMask(m_masked.at(i - 1));
         };
         while (
-            start < end
+            start < line.end
             && (isMask(m_masked.at(start)) || (isBehindMask(start) && isBlank(m_masked.at(start)))))
             ++start;
-        while (end > start && isMask(m_masked.at(end - 1)))
-            --end;
-        return {start, start, end, end};
+        return {start, start, line.end, line.end};
     }
 
     QStringView textOf(const Inner &inner) const
@@ -363,7 +360,7 @@ private:
             ++inner.start;
         const QString number = type == QFnElement::SceneHeading ? takeNumber(&inner) : QString();
         // A note or comment behind the mark is text enough.
-        if (type != QFnElement::Action && inner.behind == line.end && isBlank(textOf(inner)))
+        if (type != QFnElement::Action && isBlank(textOf(inner)))
             return readAction(line, innerOf(line));
         add(line, type, inner, below);
         m_paragraphs.last().depth = mark.repeats ? depth : 0;
