@@ -376,19 +376,6 @@ private Q_SLOTS:
         QCOMPARE(copyCount(), 0);
     }
 
-    void copyThatFailsIsKnown()
-    {
-        Host::Recovery recovery;
-        {
-            const SizeLimit limit(4);
-            recovery.put(path(), u"text"_s);
-            QTRY_VERIFY(recovery.hasFailed());
-        }
-        recovery.put(path(), u"text"_s);
-        QTRY_VERIFY(!recovery.hasFailed());
-        recovery.remove();
-    }
-
     void changeOnTheDiskIsNoticed()
     {
         create(path(), "One.");
