@@ -162,16 +162,17 @@ void Host::Window::addFileMenu()
 void Host::Window::addEditMenu()
 {
     QMenu *menu = menuBar()->addMenu("&Edit"_L1);
-    // The find bar and the pages have these too.
-    const auto whereFocusIs = [this](const char *slot) {
-        return [this, slot] { QMetaObject::invokeMethod(focusWidget(), slot); };
-    };
-    QAction *undo = add(menu, "&Undo"_L1, QStringLiteral("Ctrl+Z"), whereFocusIs("undo"));
-    QAction *redo = add(menu, "&Redo"_L1, QStringLiteral("Ctrl+Shift+Z"), whereFocusIs("redo"));
+    QAction *undo = add(menu, "&Undo"_L1, QStringLiteral("Ctrl+Z"), [this] { m_editor->undo(); });
+    QAction *redo =
+        add(menu, "&Redo"_L1, QStringLiteral("Ctrl+Shift+Z"), [this] { m_editor->redo(); });
     redo->setEnabled(false); // Of undo the first text tells.
     connect(m_editor, &QPlainTextEdit::undoAvailable, undo, &QAction::setEnabled);
     connect(m_editor, &QPlainTextEdit::redoAvailable, redo, &QAction::setEnabled);
     menu->addSeparator();
+    // The find bar and the pages have these too.
+    const auto whereFocusIs = [this](const char *slot) {
+        return [this, slot] { QMetaObject::invokeMethod(focusWidget(), slot); };
+    };
     add(menu, "Cu&t"_L1, QStringLiteral("Ctrl+X"), whereFocusIs("cut"));
     add(menu, "&Copy"_L1, QStringLiteral("Ctrl+C"), whereFocusIs("copy"));
     add(menu, "&Paste"_L1, QStringLiteral("Ctrl+V"), whereFocusIs("paste"));
