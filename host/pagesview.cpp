@@ -8,6 +8,7 @@
 
 #include <QtGui/QFontMetricsF>
 #include <QtGui/QTextBlock>
+#include <QtGui/QWheelEvent>
 #include <QtWidgets/QScrollBar>
 
 #include <algorithm>
@@ -114,10 +115,12 @@ void Host::PagesView::showParagraph(int index)
         verticalScrollBar()->setValue(verticalScrollBar()->value() + top - height / 3);
 }
 
-/// Not as in QTextEdit, where the wheel takes another size of letters.
+/// Does not take another size of letters with Ctrl, as QTextEdit does.
 void Host::PagesView::wheelEvent(QWheelEvent *event)
 {
-    QAbstractScrollArea::wheelEvent(event);
+    if (event->modifiers() & Qt::ControlModifier)
+        return event->ignore();
+    QTextEdit::wheelEvent(event);
 }
 
 void Host::PagesView::resizeEvent(QResizeEvent *event)

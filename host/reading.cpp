@@ -226,7 +226,7 @@ private:
         const int open = close > 0 ? int(text.left(close).lastIndexOf(u'#')) : -1;
         if (open <= 0 || text.at(close) != u'#')
             return {};
-        const QString number = text.mid(open + 1, close - open - 1).toString();
+        QString number = text.mid(open + 1, close - open - 1).toString();
         const auto isInNumber = [](QChar c) {
             return c.isLetterOrNumber() || c == u'.' || c == u'-';
         };
