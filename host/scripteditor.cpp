@@ -43,13 +43,13 @@ void replace(QTextCursor *cursor, int from, int to, const QString &text, int sta
 
 /// A part of one line without the blanks at its ends, and the runs of emphasis marks on both sides:
 /// bold is found around italics too.
-struct Part
+struct MarkedPart
 {
     int left;
     QString before, text, after;
 };
 
-Part partOf(const QTextBlock &block, int from, int to)
+MarkedPart partOf(const QTextBlock &block, int from, int to)
 {
     const QString line = block.text();
     int start = from - block.position(), end = to - block.position();
@@ -66,13 +66,13 @@ Part partOf(const QTextBlock &block, int from, int to)
             line.mid(end, right - end)};
 }
 
-bool hasMark(const Part &part, const QString &mark)
+bool hasMark(const MarkedPart &part, const QString &mark)
 {
     return hasMark(part.before, mark) && hasMark(part.after, mark);
 }
 
 /// Puts \a mark around \a part or takes it off, and selects the part.
-void setMark(QTextCursor *cursor, Part part, const QString &mark, bool on)
+void setMark(QTextCursor *cursor, MarkedPart part, const QString &mark, bool on)
 {
     const int right = part.left + int(part.before.size() + part.text.size() + part.after.size());
     if (on && !hasMark(part, mark)) {
@@ -140,18 +140,19 @@ void Host::ScriptEditor::toggleEmphasis(const QString &mark)
 {
     QTextCursor cursor = textCursor();
     const int start = cursor.selectionStart(), end = cursor.selectionEnd();
-    QVector<Part> parts; // from the last line up, so that the places above hold
+    QVector<MarkedPart> parts; // from the last line up, so that the places above hold
     QTextBlock block = document()->findBlock(end);
     for (; block.isValid() && block.position() + block.length() > start; block = block.previous()) {
         const int lineEnd = block.position() + block.length() - 1;
-        const Part part = partOf(block, std::max(start, block.position()), std::min(end, lineEnd));
+        const MarkedPart part =
+            partOf(block, std::max(start, block.position()), std::min(end, lineEnd));
         if (!part.text.isEmpty() || start == end)
             parts.append(part);
     }
     if (parts.isEmpty())
         return;
     const bool on = !std::all_of(parts.cbegin(), parts.cend(),
-                                 [&mark](const Part &part) { return hasMark(part, mark); });
+                                 [&mark](const MarkedPart &part) { return hasMark(part, mark); });
     cursor.beginEditBlock();
     setMark(&cursor, parts.first(), mark, on);
     const QTextCursor last = cursor; // moves along with what changes above
