@@ -39,6 +39,7 @@ struct Paragraph
     QFnElement::Type type = QFnElement::Action; ///< A blank line is Action without text.
     bool titlePage = false; ///< An entry of the title page: key, colon and value. Of type General.
     bool centred = false;   ///< Only action is.
+    bool forced = false;    ///< Written with the mark of its kind where custom has none.
     int start = 0;          ///< Index in the source of the first UTF-16 unit of its first line.
     int end = 0;            ///< Index behind the last unit of its last line, the line end included.
     QVector<Stretch> stretches; ///< The text, without the marks that tell kind and emphasis.
@@ -53,6 +54,10 @@ struct Paragraph
 
 /// The paragraphs of \a source, whose lines end in LF. No text fails.
 QVector<Paragraph> read(const QString &source);
+
+/// The script with these \a paragraphs, whose start and end are set to where they stand in it. Of
+/// what read() gave, that is the source.
+QString written(QVector<Paragraph> *paragraphs);
 
 /// Whether paragraphs of \a type have emphasis. In others its marks are text.
 bool hasEmphasis(QFnElement::Type type);

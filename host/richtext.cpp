@@ -19,6 +19,9 @@ namespace {
 
 constexpr int shownLetters = 40;  // of a paragraph in a message
 constexpr int partSize = 1 << 16; // UTF-16 units of HTML that are read at once
+// A form that makes its own paragraph right may make the next one wrong, so there are some more
+// rounds than forms.
+constexpr int lastRound = 4;
 
 QTextBlockFormat blockFormatOf(const Paragraph &paragraph)
 {
@@ -137,55 +140,44 @@ void appendParagraphs(const QTextDocument &document, QVector<Paragraph> *paragra
         paragraphs->clear();
 }
 
-/// A script with a form chosen for each of its paragraphs.
+/// A script of paragraphs, and who of them reads back otherwise, as what.
 struct Attempt
 {
     QString text;
-    QVector<QPair<int, QString>> wrong; ///< Who reads back otherwise, and as what.
+    QVector<QPair<int, QString>> wrong;
 };
 
-Attempt attempt(const QVector<Paragraph> &paragraphs, const QVector<Form> &forms)
+Attempt attempt(QVector<Paragraph> *paragraphs)
 {
-    Attempt made;
-    QVector<int> ends;
-    for (int i = 0; i < paragraphs.size(); ++i) {
-        const Paragraph *above = i > 0 ? &paragraphs.at(i - 1) : nullptr;
-        made.text += written(paragraphs.at(i), above, forms.at(i));
-        ends.append(int(made.text.size()));
-    }
+    Attempt made{written(paragraphs), {}};
     const QVector<Paragraph> readBack = read(made.text);
     auto found = readBack.cbegin();
-    for (int i = 0; i < paragraphs.size(); ++i) {
+    for (int i = 0; i < paragraphs->size(); ++i) {
+        const Paragraph &wanted = paragraphs->at(i);
         const auto first = found;
-        while (found->end < ends.at(i))
+        while (found->end < wanted.end)
             ++found;
-        if (found != first || found->end != ends.at(i) || !isSame(*found, paragraphs.at(i)))
+        if (found != first || found->end != wanted.end || !isSame(*found, wanted))
             made.wrong.append({i, shown(*first) + (found == first ? ""_L1 : " and more"_L1)});
-        if (found->end == ends.at(i))
+        if (found->end == wanted.end)
             ++found;
     }
     return made;
 }
 
-QString writtenScript(const QVector<Paragraph> &paragraphs, QStringList *messages)
+/// The script of \a paragraphs, each in a form that reads back as it is: as it stood in its source,
+/// in the customary form or with the mark of its kind. A form that did not help is taken back.
+QString writtenScript(QVector<Paragraph> paragraphs, QStringList *messages)
 {
-    QVector<Form> forms(paragraphs.size(), Form::Source);
-    Attempt made = attempt(paragraphs, forms);
-    // A form that makes its own paragraph right may make the next one wrong, so there are some
-    // rounds more than forms.
-    for (int round = 0; round < 4 && !made.wrong.isEmpty(); ++round) {
+    Attempt made = attempt(&paragraphs);
+    for (int round = 0; round <= lastRound && !made.wrong.isEmpty(); ++round) {
         for (const auto &wrong : qAsConst(made.wrong)) {
-            Form &form = forms[wrong.first];
-            form = form == Form::Source ? Form::Customary : Form::Forced;
+            Paragraph &paragraph = paragraphs[wrong.first];
+            paragraph.forced = paragraph.source.isEmpty() && round < lastRound;
+            paragraph.source.clear();
         }
-        made = attempt(paragraphs, forms);
+        made = attempt(&paragraphs);
     }
-    if (made.wrong.isEmpty())
-        return made.text;
-    // A form that did not help is taken back.
-    for (const auto &wrong : qAsConst(made.wrong))
-        forms[wrong.first] = Form::Customary;
-    made = attempt(paragraphs, forms);
     for (const auto &wrong : qAsConst(made.wrong))
         tell(wrong.first, paragraphs.at(wrong.first),
              "has no form in the script and becomes "_L1 + wrong.second, messages);

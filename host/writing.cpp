@@ -7,6 +7,7 @@
 #include "parser/qfnfastparser.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace Host {
 namespace {
@@ -39,44 +40,29 @@ QString markedText(const QVector<Stretch> &stretches)
     return text;
 }
 
-/// The lines of a paragraph in its customary form or with a mark that forces its kind.
-QString markedLines(const Paragraph &paragraph, bool forced)
+/// The lines of a paragraph in its customary form, or with the mark of its kind if that is forced.
+QString markedLines(const Paragraph &paragraph)
 {
     QString text = markedText(paragraph.stretches);
     if (paragraph.centred)
         return "> "_L1 + text.replace("\n"_L1, " <\n> "_L1) + " <"_L1;
-    if (paragraph.type == QFnElement::Notes)
-        return noteOpen + text + noteClose;
-    if (paragraph.type == QFnElement::Boneyard)
-        return commentOpen + text + commentClose;
-    const KindMark *mark = kindMarkOf(paragraph.type);
-    if (!mark)
-        return text;
+    const KindMarks *marks = marksOf(paragraph.type);
     QFnFastParser parser(nullptr);
-    const bool isNeeded =
-        forced || mark->always
-        || (mark->type != QFnElement::Action && kindOf(text, true, &parser) != mark->type);
-    if (!isNeeded)
+    const bool areNeeded = marks
+                           && (paragraph.forced || !marks->close.isEmpty()
+                               || (paragraph.type != QFnElement::Action
+                                   && kindOf(text, true, &parser) != paragraph.type));
+    if (!areNeeded)
         return text;
-    return QString(std::max(1, paragraph.depth), mark->mark) + (mark->takesBlank ? " "_L1 : ""_L1)
-           + text;
-}
-
-/// Whether custom has a blank line between two paragraphs.
-bool arePartedByBlank(const Paragraph &above, const Paragraph &below)
-{
-    const bool isBlankLine = below.type == QFnElement::Action && isBlank(below.text());
-    const bool isSpeech =
-        below.type == QFnElement::Dialogue || below.type == QFnElement::Parenthetical;
-    return !isBlankLine && !isSpeech && !(above.titlePage && below.titlePage);
+    return QString(std::max(0, paragraph.depth - 1), u'#') + marks->open + text + marks->close;
 }
 
 } // namespace
 
-const KindMark *kindMarkOf(QFnElement::Type type)
+const KindMarks *marksOf(QFnElement::Type type)
 {
     const auto found = std::find_if(std::begin(kindMarks), std::end(kindMarks),
-                                    [type](const KindMark &mark) { return mark.type == type; });
+                                    [type](const KindMarks &marks) { return marks.type == type; });
     return found == std::end(kindMarks) ? nullptr : found;
 }
 
@@ -100,20 +86,25 @@ QFnElement::Type kindOf(QString line, bool blankBelow, QFnFastParser *parser)
     return parser->document->elements.first()->type;
 }
 
-QString written(const Paragraph &paragraph, const Paragraph *above, Form form)
+QString written(const Paragraph &paragraph, const Paragraph *above)
 {
-    if (form == Form::Source && !paragraph.source.isEmpty())
+    if (!paragraph.source.isEmpty())
         return paragraph.source;
-    const bool parted = above && arePartedByBlank(*above, paragraph);
-    return (parted ? "\n"_L1 : ""_L1) + markedLines(paragraph, form == Form::Forced) + u'\n';
+    const bool isPart = paragraph.type == QFnElement::Dialogue
+                        || paragraph.type == QFnElement::Parenthetical
+                        || (paragraph.type == QFnElement::Action && isBlank(paragraph.text()));
+    const bool isParted = above && !isPart && !(above->titlePage && paragraph.titlePage);
+    return (isParted ? "\n"_L1 : ""_L1) + markedLines(paragraph) + u'\n';
 }
 
-QString written(const QVector<Paragraph> &paragraphs)
+QString written(QVector<Paragraph> *paragraphs)
 {
     QString text;
     const Paragraph *above = nullptr;
-    for (const Paragraph &paragraph : paragraphs) {
-        text += written(paragraph, above, Form::Source);
+    for (Paragraph &paragraph : *paragraphs) {
+        paragraph.start = int(text.size());
+        text += written(paragraph, above);
+        paragraph.end = int(text.size());
         above = &paragraph;
     }
     return text;

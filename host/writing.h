@@ -9,15 +9,30 @@
 
 class QFnFastParser;
 
-/// Paragraphs as the text of a script, the way back from reading, and the marks that both share.
+/// What reading shares with writing: the marks of a script, and a single paragraph as its text.
 namespace Host {
 
 using Zem::operator""_L1;
 
-constexpr QLatin1String noteOpen = "[["_L1;
-constexpr QLatin1String noteClose = "]]"_L1;
-constexpr QLatin1String commentOpen = "/*"_L1;
-constexpr QLatin1String commentClose = "*/"_L1;
+/// What stands around the text of a paragraph and tells its kind.
+struct KindMarks
+{
+    QFnElement::Type type;
+    QLatin1String open; ///< With the blank behind it that custom has, which is not of the text.
+    QLatin1String close;
+};
+
+constexpr KindMarks noteMarks = {QFnElement::Notes, "[["_L1, "]]"_L1};
+constexpr KindMarks commentMarks = {QFnElement::Boneyard, "/*"_L1, "*/"_L1};
+constexpr KindMarks kindMarks[] = {
+    {QFnElement::Action, "!"_L1, ""_L1},
+    {QFnElement::SceneHeading, "."_L1, ""_L1},
+    {QFnElement::Transition, "> "_L1, ""_L1},
+    {QFnElement::SectionHeading, "# "_L1, ""_L1},
+    {QFnElement::Synopsis, "= "_L1, ""_L1},
+    noteMarks,
+    commentMarks,
+};
 
 struct EmphasisMark
 {
@@ -25,33 +40,15 @@ struct EmphasisMark
     Stretch::Emphasis emphasis;
 };
 
-/// The marks of emphasis, in the order of opening.
+/// In the order of opening.
 constexpr EmphasisMark emphasisMarks[] = {
     {"_"_L1, Stretch::Underline},
     {"*"_L1, Stretch::Italic},
     {"**"_L1, Stretch::Bold},
 };
 
-/// The mark in front of a paragraph that tells its kind.
-struct KindMark
-{
-    QFnElement::Type type;
-    QChar mark;
-    bool repeats;    ///< Its number is the depth.
-    bool takesBlank; ///< A blank behind it is not of the text.
-    bool always;     ///< No text has the kind without the mark.
-};
-
-constexpr KindMark kindMarks[] = {
-    {QFnElement::Action, u'!', false, false, false},
-    {QFnElement::SceneHeading, u'.', false, false, false},
-    {QFnElement::Transition, u'>', false, true, false},
-    {QFnElement::SectionHeading, u'#', true, true, true},
-    {QFnElement::Synopsis, u'=', false, true, true},
-};
-
-/// The mark of \a type, null if it has none.
-const KindMark *kindMarkOf(QFnElement::Type type);
+/// The marks of \a type, null if it has none.
+const KindMarks *marksOf(QFnElement::Type type);
 
 inline bool isBlank(QChar c)
 {
@@ -65,16 +62,9 @@ bool isBlank(QStringView text);
 /// it. The \a parser is used for it.
 QFnElement::Type kindOf(QString line, bool blankBelow, QFnFastParser *parser);
 
-/// How a paragraph is written: as it stood in its source, if it has one; in the customary form; or
-/// with a mark that forces its kind.
-enum class Form { Source, Customary, Forced };
-
-/// \a paragraph in \a form, with the line end behind it and the blank line that parts it from the
-/// paragraph \a above, which is null for the first one.
-QString written(const Paragraph &paragraph, const Paragraph *above, Form form);
-
-/// The script with these paragraphs. Of what read() gave, that is the source.
-QString written(const QVector<Paragraph> &paragraphs);
+/// \a paragraph with the line end behind it and the blank line that parts it from the one \a above,
+/// which is null for the first one.
+QString written(const Paragraph &paragraph, const Paragraph *above);
 
 } // namespace Host
 
