@@ -90,19 +90,16 @@ private Q_SLOTS:
 
     void examplesComeBack()
     {
-        for (const char *path :
-             {EXAMPLES "/the-lamp-keeper.fountain", EXAMPLES "/two-hander.fountain"}) {
-            const QString script = QString::fromUtf8(contents(QString::fromUtf8(path)));
-            QVERIFY(!script.isEmpty());
-            QCOMPARE(comeBack(script), script);
+        for (const QString &name : {u"/the-lamp-keeper"_s, u"/two-hander"_s}) {
+            const QByteArray script = contents(QStringLiteral(EXAMPLES) + name + u".fountain"_s);
             // Rich text of more than one part, whose borders come between paragraphs of all kinds.
-            const QString longer = script.repeated(150);
+            const QString longer = QString::fromUtf8(script).repeated(150);
+            QVERIFY(longer.size() > 100000);
             QTextDocument document;
             Host::importScript(longer, &document);
             QStringList messages;
-            QVERIFY(Host::exportHtml(document.toHtml(), &messages) == longer);
-            QCOMPARE(messages, QStringList());
             QString html = document.toHtml();
+            QVERIFY(Host::exportHtml(html, &messages) == longer && messages.isEmpty());
             html.insert(html.indexOf(u"\n<p "_s), u"<p>x</p>"_s);
             const QString edited = Host::exportHtml(html);
             QVERIFY(edited.startsWith(u"x\n"_s) && !edited.contains(u"\nx\n"_s));
@@ -129,8 +126,7 @@ private Q_SLOTS:
             QTextCursor cursor(&document);
             for (const QString &line : paragraphs.split(u'\n')) {
                 const QString kind = line.section(u": "_s, 0, 0);
-                cursor.insertBlock(ZEMScriptElement::find(Host::records(), kind).blockFormat,
-                                   QTextCharFormat());
+                cursor.insertBlock(ZEMScriptElement::find(Host::records(), kind).blockFormat, {});
                 cursor.insertHtml(line.section(u": "_s, 1));
             }
             cursor.movePosition(QTextCursor::Start);
