@@ -19,8 +19,8 @@
 // clang-format off
 constexpr const char16_t *madeLines[] = {
     u"", u"", u"", u"", u" ", u"  ", u"\t", u"She sits.", u"*Calm*, she _waits_.", u"5 * 3",
-    u"Queen_98", u"***All*** of **it *in* one**", u"_a *b_ c*", u"* *", u"****", u"**", u"a\tb",
-    u"  Set in.", u"Ends with blanks.  ", u"INT. SEA - DAY", u"EXT. SEA #2 - DAY #12A#",
+    u"Queen_98", u"***All*** of **it *in* one**", u"_a *b_ c*", u"_*_*", u"* *", u"****", u"**",
+    u"a\tb", u"  Set in.", u"Ends with blanks.  ", u"INT. SEA - DAY", u"EXT. SEA #2 - DAY #12A#",
     u"INT. SEA  #4-A#", u"int. sea", u"INT.", u".HILL", u"..x", u"...", u"..", u". x", u"I/E CAR",
     u"INT. SEA [[number]] #4#", u"INT. SEA /* x */", u"/* x */INT. SEA", u"ANNA", u"ANNA (V.O.)",
     u"ANNA ^", u"@McAnna", u"BORIS  ", u"R2D2", u"(softly)", u"(a) b (c)", u"( )", u"()",

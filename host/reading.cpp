@@ -356,14 +356,15 @@ private:
     }
 
     /// Adds emphasis to the \a looks of the letters of \a text. Of its marks those of one kind open
-    /// and close in turn, open in front of text and close behind it. All others are text, and so is
-    /// one behind a backslash.
+    /// and close in turn, open in front of text and close behind it, with some text in between. All
+    /// others are text, and so is one behind a backslash.
     void emphasise(const QString &text, int *looks)
     {
         if (!text.contains(u'*') && !text.contains(u'_'))
             return;
         m_parser.buffer = text;
         m_parser.initParser();
+        const auto isText = [](int look) { return look != markLook; };
         int opened[std::size(emphasisMarks)] = {}; // the index behind an open mark, else 0
         while (m_parser.nextToken().kind != QFnToken::EndOfInput) {
             const int start = m_parser.tokenStart + 1;
@@ -374,7 +375,8 @@ private:
             if (found == std::end(emphasisMarks) || (start > 0 && text.at(start - 1) == u'\\'))
                 continue;
             int &open = opened[found - std::begin(emphasisMarks)];
-            if (open > 0 && open < start && !isBlank(text.at(start - 1))) {
+            if (open > 0 && std::any_of(looks + open, looks + std::max(open, start), isText)
+                && !isBlank(text.at(start - 1))) {
                 for (int i = open; i < start; ++i)
                     looks[i] |= found->emphasis;
                 std::fill(looks + open - found->text.size(), looks + open, markLook);
