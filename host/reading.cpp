@@ -280,7 +280,7 @@ private:
             && isBlank(QStringView(m_source).mid(text.from, text.to - text.from)))
             return readAction(line);
         add(text, type, below);
-        m_paragraphs.last().depth = repeats ? depth : 0;
+        m_paragraphs.last().depth = repeats ? std::min(depth, deepestSection) : 0;
         m_paragraphs.last().sceneNumber = number;
     }
 

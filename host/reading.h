@@ -33,6 +33,8 @@ struct Stretch
     }
 };
 
+constexpr int deepestSection = 1000; ///< Further marks in a script are kept in the source.
+
 /// One paragraph of a script: a heading, a cue, a line of a speech, some lines of action.
 struct Paragraph
 {
@@ -44,7 +46,7 @@ struct Paragraph
     int end = 0;            ///< Index behind the last unit of its last line, the line end included.
     QVector<Stretch> stretches; ///< The text, without the marks that tell kind and emphasis.
     QString sceneNumber;        ///< Of a heading, without its marks. Else empty.
-    int depth = 0;              ///< Of a section, else 0.
+    int depth = 0;              ///< Of a section, from 1 to deepestSection. Else 0.
     /// How it stands in the source, with the line end behind it and the blank line above it. Empty
     /// where writing gives the same without it.
     QString source;

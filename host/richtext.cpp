@@ -83,7 +83,7 @@ Paragraph paragraphOf(const QTextBlock &block)
     paragraph.centred = paragraph.type == QFnElement::Action
                         && block.blockFormat().alignment().testFlag(Qt::AlignHCenter);
     if (paragraph.type == QFnElement::SectionHeading)
-        paragraph.depth = block.blockFormat().indent() + 1;
+        paragraph.depth = qBound(0, block.blockFormat().indent(), deepestSection - 1) + 1;
     for (auto it = block.begin(); !it.atEnd(); ++it) {
         if (paragraph.source.isEmpty())
             paragraph.source = sourceOfAnchor(it.fragment().charFormat().anchorNames());
