@@ -23,7 +23,6 @@ constexpr QChar endOfInput = u'\uFFFF'; // to the library, wherever it stands
 // The look of a letter: flags of emphasis, and the type of working material above them.
 constexpr int workingShift = 3;
 constexpr int noteLook = QFnElement::Notes << workingShift;
-constexpr int commentLook = QFnElement::Boneyard << workingShift;
 constexpr int markLook = -1; // none of the text
 
 bool isMask(QChar c)
@@ -38,7 +37,7 @@ bool isBlankOrMask(QChar c)
 
 int lookOf(QChar c)
 {
-    return c == noteMask ? noteLook : c == commentMask ? commentLook : 0;
+    return c == noteMask ? noteLook : c == commentMask ? QFnElement::Boneyard << workingShift : 0;
 }
 
 /// The index behind the last unit of \a text that \a is does not hold of.
@@ -54,8 +53,8 @@ bool isPageBreak(const QString &line)
 
 bool isCentred(const QString &line)
 {
-    const QString text = line.trimmed();
-    return line.startsWith(u'>') && text.endsWith(u'<') && text.size() > 1;
+    const int end = endWithout(isBlank, line);
+    return end > 1 && line.startsWith(u'>') && line.at(end - 1) == u'<';
 }
 
 /// Whether the line is in parentheses as a whole.
@@ -93,7 +92,8 @@ QString masked(const QString &source)
     };
     // What was found is kept, so that the search for each mark goes through the text once.
     int noteEnd = -1, blankLine = -1;
-    for (int at = 0, end = 0; at < source.size(); at = std::max(at + 1, end)) {
+    for (int at = 0; at < source.size();) {
+        int end = at;
         const QStringView mark = QStringView(source).mid(at, 2);
         if (mark == noteMarks.open) {
             noteEnd = noteEnd < at + 2 ? find(noteMarks.close, at + 2) : noteEnd;
@@ -105,6 +105,7 @@ QString masked(const QString &source)
         if (end > at)
             std::fill(text.begin() + at, text.begin() + end,
                       mark == noteMarks.open ? noteMask : commentMask);
+        at = std::max(at + 1, end);
     }
     return text;
 }
@@ -114,7 +115,7 @@ struct SourceLine
 {
     int start, end; ///< Indexes in the source.
     int mark;       ///< Where the text begins, with the mark in front of it that tells its kind.
-    int from, to;   ///< The text alone. What stands behind it is a mark too.
+    int from, to;   ///< The text alone. Behind it stand marks, and the number of a scene.
     QStringView masked;
     QString visible; ///< Without notes and comments, and the blanks between one and an end.
 };
@@ -236,15 +237,17 @@ private:
     /// is a single note or comment is of that kind.
     void readWorkingLine(const SourceLine &line)
     {
-        const KindMarks &marks = line.masked.front() == noteMask ? noteMarks : commentMarks;
+        const auto mask = std::find_if(line.masked.begin(), line.masked.end(), isMask);
+        const int first = int(mask - line.masked.begin());
+        const KindMarks &marks = *mask == noteMask ? noteMarks : commentMarks;
         const QStringView source = QStringView(m_source).mid(line.start, line.end - line.start);
-        const int close = int(source.indexOf(marks.close, 2));
+        const int close = int(source.indexOf(marks.close, first + 2));
         SourceLine text = line;
         text.mark = line.start;
-        text.from = line.start + 2;
+        text.from = line.start + first + 2;
         text.to = close < 0 ? line.end : line.start + close;
-        const bool isOne = isMask(line.masked.front()) && text.from < text.to
-                           && (close < 0 || close + 2 == source.size());
+        const bool isOne =
+            text.from < text.to && (close < 0 || close + 2 == endWithout(isBlank, line.masked));
         add(isOne ? text : line, isOne ? marks.type : QFnElement::Action, m_place);
     }
 
@@ -298,7 +301,7 @@ private:
             || !std::all_of(text.begin() + open + 1, text.begin() + close, isInNumber))
             return {};
         line->to = line->from + endWithout(isBlank, text.left(open));
-        return text.mid(open + 1, close - open - 1).toString();
+        return m_source.mid(line->from + open + 1, close - open - 1);
     }
 
     void readAction(const SourceLine &line, bool centred = false)
@@ -313,18 +316,17 @@ private:
     /// goesOn.
     void add(const SourceLine &line, QFnElement::Type type, Place below, bool goesOn = false)
     {
-        if (goesOn) {
-            // The line end is a part of no note, and looks like the text in front of it.
-            QVector<Stretch> &stretches = m_paragraphs.last().stretches;
-            stretches.append({QChar(QChar::LineSeparator), stretches.last().emphasis,
-                              QFnElement::Undefined, line.start - 1});
-        } else {
+        if (!goesOn)
             m_paragraphs.append(Paragraph());
-            m_paragraphs.last().type = type;
-            m_paragraphs.last().start = line.start;
-        }
+        Paragraph &last = m_paragraphs.last();
+        last.type = type;
+        if (!goesOn)
+            last.start = line.start;
+        else // The line end is a part of no note, and looks like the text in front of it.
+            last.stretches.append({QChar(QChar::LineSeparator), last.stretches.last().emphasis,
+                                   QFnElement::Undefined, line.start - 1});
         addText(line);
-        m_paragraphs.last().end = std::min(line.end + 1, int(m_source.size()));
+        last.end = std::min(line.end + 1, int(m_source.size()));
         m_place = below;
     }
 
@@ -336,9 +338,11 @@ private:
         std::transform(line.masked.begin(), line.masked.end(), looks.begin(), lookOf);
         const auto lookAt = [&](int index) { return looks.data() + (index - line.start); };
         std::fill(lookAt(line.mark), lookAt(line.from), markLook);
+        // A note behind the text stays, but for the mark that closes a paragraph of notes.
         const bool isWorking = type == QFnElement::Notes || type == QFnElement::Boneyard;
-        std::replace(lookAt(line.to), lookAt(line.end), isWorking ? type << workingShift : 0,
-                     type == QFnElement::SceneHeading ? noteLook : markLook);
+        std::replace_if(
+            lookAt(line.to), lookAt(line.end), [=](int look) { return isWorking || look == 0; },
+            type == QFnElement::SceneHeading ? noteLook : markLook);
         if (hasEmphasis(type))
             emphasise(m_masked.mid(line.from, line.to - line.from), lookAt(line.from));
         for (int at = line.start; at < line.end;) {
@@ -360,8 +364,6 @@ private:
     /// others are text, and so is one behind a backslash.
     void emphasise(const QString &text, int *looks)
     {
-        if (!text.contains(u'*') && !text.contains(u'_'))
-            return;
         m_parser.buffer = text;
         m_parser.initParser();
         const auto isText = [](int look) { return look != markLook; };

@@ -57,8 +57,8 @@ struct Paragraph
 /// The paragraphs of \a source, whose lines end in LF. No text fails.
 QVector<Paragraph> read(const QString &source);
 
-/// The script with these \a paragraphs, whose start and end are set to where they stand in it. Of
-/// what read() gave, that is the source.
+/// The script with these \a paragraphs, whose end is set to where they end in it. Of what read()
+/// gave, that is the source.
 QString written(QVector<Paragraph> *paragraphs);
 
 /// Whether paragraphs of \a type have emphasis. In others its marks are text.

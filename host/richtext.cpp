@@ -189,17 +189,15 @@ QString writtenScript(QVector<Paragraph> paragraphs, QStringList *messages)
 void insertParagraph(const Paragraph &paragraph, QTextCursor *cursor)
 {
     cursor->setBlockFormat(blockFormatOf(paragraph));
-    // The source of a paragraph that is not written as custom has it goes along as the name of an
-    // anchor: nothing is seen of it, and HTML keeps it.
-    QString source = paragraph.source;
     for (const Stretch &stretch : paragraph.stretches) {
         QTextCharFormat format = textFormatOf(stretch, paragraph.type);
-        if (!source.isEmpty()) {
+        // The source of a paragraph that is not written as custom has it goes along as the name of
+        // an anchor: nothing is seen of it, and HTML keeps it.
+        if (!paragraph.source.isEmpty() && &stretch == &paragraph.stretches.first()) {
             format.setAnchor(true);
-            format.setAnchorNames({sourceAnchor(cursor->blockNumber(), source)});
+            format.setAnchorNames({sourceAnchor(cursor->blockNumber(), paragraph.source)});
             // Qt finds a format among others by such a number, but not by names.
             format.setProperty(QTextFormat::UserProperty, cursor->blockNumber());
-            source.clear();
         }
         cursor->insertText(stretch.text, format);
     }
@@ -232,15 +230,14 @@ QString exportScript(const QTextDocument &document, QStringList *messages)
 QString exportHtml(const QString &html, QStringList *messages)
 {
     // Each block that Qt writes stands on a line of its own, if nothing is around it.
-    const QLatin1String blockStart = "\n<p "_L1;
-    const QRegularExpression container(QStringLiteral("<(table|ul|ol|div)"));
     const int body = int(html.indexOf("<body"_L1));
     const bool hasParts =
-        body >= 0 && html.contains("name=\"qrichtext\""_L1) && !html.contains(container);
+        body >= 0 && html.contains("name=\"qrichtext\""_L1)
+        && !html.contains(QRegularExpression(QStringLiteral("<(table|ul|ol|div)")));
     const int head = hasParts ? int(html.indexOf(u'>', body)) + 1 : 0;
     QVector<Paragraph> paragraphs;
     for (int start = head; start < html.size();) {
-        const int next = hasParts ? int(html.indexOf(blockStart, start + partSize)) : -1;
+        const int next = hasParts ? int(html.indexOf("\n<p "_L1, start + partSize)) : -1;
         const int end = next < 0 ? int(html.size()) : next;
         QTextDocument part;
         part.setHtml(html.mid(0, head) + html.mid(start, end - start));

@@ -49,7 +49,7 @@ QString markedLines(const Paragraph &paragraph)
     const KindMarks *marks = marksOf(paragraph.type);
     QFnFastParser parser(nullptr);
     const bool areNeeded = marks
-                           && (paragraph.forced || !marks->close.isEmpty()
+                           && (paragraph.forced || marks->always
                                || (paragraph.type != QFnElement::Action
                                    && kindOf(text, true, &parser) != paragraph.type));
     if (!areNeeded)
@@ -64,11 +64,6 @@ const KindMarks *marksOf(QFnElement::Type type)
     const auto found = std::find_if(std::begin(kindMarks), std::end(kindMarks),
                                     [type](const KindMarks &marks) { return marks.type == type; });
     return found == std::end(kindMarks) ? nullptr : found;
-}
-
-bool isBlank(QStringView text)
-{
-    return std::all_of(text.begin(), text.end(), [](QChar c) { return isBlank(c); });
 }
 
 QFnElement::Type kindOf(QString line, bool blankBelow, QFnFastParser *parser)
@@ -102,7 +97,6 @@ QString written(QVector<Paragraph> *paragraphs)
     QString text;
     const Paragraph *above = nullptr;
     for (Paragraph &paragraph : *paragraphs) {
-        paragraph.start = int(text.size());
         text += written(paragraph, above);
         paragraph.end = int(text.size());
         above = &paragraph;

@@ -7,6 +7,8 @@
 #include "host/reading.h"
 #include "model/literals_p.h"
 
+#include <algorithm>
+
 class QFnFastParser;
 
 /// What reading shares with writing: the marks of a script, and a single paragraph as its text.
@@ -18,18 +20,21 @@ using Zem::operator""_L1;
 struct KindMarks
 {
     QFnElement::Type type;
-    QLatin1String open; ///< With the blank behind it that custom has, which is not of the text.
+    bool always; ///< No text has the kind without the marks.
+    /// With the blank behind it that custom has, which is not of the text. In front of a section
+    /// the first letter stands as often as the section is deep.
+    QLatin1String open;
     QLatin1String close;
 };
 
-constexpr KindMarks noteMarks = {QFnElement::Notes, "[["_L1, "]]"_L1};
-constexpr KindMarks commentMarks = {QFnElement::Boneyard, "/*"_L1, "*/"_L1};
+constexpr KindMarks noteMarks = {QFnElement::Notes, true, "[["_L1, "]]"_L1};
+constexpr KindMarks commentMarks = {QFnElement::Boneyard, true, "/*"_L1, "*/"_L1};
 constexpr KindMarks kindMarks[] = {
-    {QFnElement::Action, "!"_L1, ""_L1},
-    {QFnElement::SceneHeading, "."_L1, ""_L1},
-    {QFnElement::Transition, "> "_L1, ""_L1},
-    {QFnElement::SectionHeading, "# "_L1, ""_L1},
-    {QFnElement::Synopsis, "= "_L1, ""_L1},
+    {QFnElement::Action, false, "!"_L1, ""_L1},
+    {QFnElement::SceneHeading, false, "."_L1, ""_L1},
+    {QFnElement::Transition, false, "> "_L1, ""_L1},
+    {QFnElement::SectionHeading, true, "# "_L1, ""_L1},
+    {QFnElement::Synopsis, true, "= "_L1, ""_L1},
     noteMarks,
     commentMarks,
 };
@@ -56,7 +61,10 @@ inline bool isBlank(QChar c)
 }
 
 /// Whether nothing but blanks is in \a text.
-bool isBlank(QStringView text);
+inline bool isBlank(QStringView text)
+{
+    return std::all_of(text.begin(), text.end(), [](QChar c) { return isBlank(c); });
+}
 
 /// What the library takes a \a line for that opens a block, with a blank line or with text below
 /// it. The \a parser is used for it.
