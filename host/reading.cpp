@@ -316,13 +316,13 @@ private:
     /// goesOn.
     void add(const SourceLine &line, QFnElement::Type type, Place below, bool goesOn = false)
     {
-        if (!goesOn)
+        if (!goesOn) {
             m_paragraphs.append(Paragraph());
+            m_paragraphs.last().type = type;
+            m_paragraphs.last().start = line.start;
+        }
         Paragraph &last = m_paragraphs.last();
-        last.type = type;
-        if (!goesOn)
-            last.start = line.start;
-        else // The line end is a part of no note, and looks like the text in front of it.
+        if (goesOn) // The line end is a part of no note, and looks like the text in front of it.
             last.stretches.append({QChar(QChar::LineSeparator), last.stretches.last().emphasis,
                                    QFnElement::Undefined, line.start - 1});
         addText(line);
